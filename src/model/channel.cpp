@@ -1,0 +1,89 @@
+#include "channel.h"
+
+namespace zr310 {
+
+ChannelRecord::SideLayout ChannelRecord::layout(Side side) {
+    // Receive: frequency in blocks 0-1, flags in block 2, tone in blocks 3-4
+    // of the even column. Transmit: frequency in blocks 5-6, flags in block 7
+    // of the even column, tone in blocks 0-1 of the odd column.
+    if (side == Side::Receive)
+        return {0, 1, 2, 0, 3, 4};
+    return {5, 6, 7, 1, 0, 1};
+}
+
+std::size_t ChannelRecord::flagsOffset(Side side) const {
+    return RadioImage::linearOffset(m_column, layout(side).flagsBlock);
+}
+
+void ChannelRecord::setFlag(std::size_t offset, std::uint8_t mask, bool on) {
+    auto& byte = (*m_image)[offset];
+    byte = on ? (byte | mask) : (byte & ~mask);
+}
+
+FrequencyCode ChannelRecord::frequency(Side side) const {
+    const SideLayout l = layout(side);
+    const std::uint8_t flagsByte = m_image->at(m_column, l.flagsBlock);
+    const std::uint32_t steps = (flagsByte & kFreqBit16 ? 0x10000u : 0u) |
+                                m_image->at(m_column, l.freqHighBlock) << 8 |
+                                m_image->at(m_column, l.freqLowBlock);
+    return {steps, (flagsByte & kStep625) != 0};
+}
+
+void ChannelRecord::setFrequency(Side side, double mhz) {
+    const SideLayout l = layout(side);
+    const FrequencyCode code = encodeFrequency(mhz);
+    m_image->set(m_column, l.freqLowBlock, code.steps & 0xFF);
+    m_image->set(m_column, l.freqHighBlock, (code.steps >> 8) & 0xFF);
+    auto& flagsByte = (*m_image)[flagsOffset(side)];
+    flagsByte |= (code.steps >> 16) & kFreqBit16;
+    flagsByte = code.step625 ? (flagsByte | kStep625) : (flagsByte & ~kStep625);
+}
+
+Tone ChannelRecord::tone(Side side) const {
+    const SideLayout l = layout(side);
+    const int column = m_column + l.toneColumnOffset;
+    return decodeTone(m_image->at(m_column, l.flagsBlock), m_image->at(column, l.toneLowBlock),
+                      m_image->at(column, l.toneHighBlock));
+}
+
+void ChannelRecord::setTone(Side side, Tone tone) {
+    const SideLayout l = layout(side);
+    const int column = m_column + l.toneColumnOffset;
+    m_image->set(column, l.toneLowBlock, tone.value & 0xFF);
+    m_image->set(column, l.toneHighBlock, tone.value >> 8);
+    auto& flagsByte = (*m_image)[flagsOffset(side)];
+    flagsByte = (flagsByte & ~kToneType) | toneTypeBits(tone.kind);
+}
+
+void ChannelRecord::copyReceiveToTransmit() {
+    const SideLayout rx = layout(Side::Receive);
+    const SideLayout tx = layout(Side::Transmit);
+    m_image->set(m_column, tx.freqLowBlock, m_image->at(m_column, rx.freqLowBlock));
+    m_image->set(m_column, tx.freqHighBlock, m_image->at(m_column, rx.freqHighBlock));
+    constexpr std::uint8_t kCopied = kFreqBit16 | kStep625 | kToneType;
+    auto& txFlags = (*m_image)[flagsOffset(Side::Transmit)];
+    txFlags = (txFlags & ~kCopied) | (flags(Side::Receive) & kCopied);
+    setTone(Side::Transmit, tone(Side::Receive));
+}
+
+ChannelTexts decodeChannel(const RadioImage& image, int evenColumn, Language language) {
+    // The record view needs a mutable image; decoding only reads through it.
+    const ChannelRecord record(const_cast<RadioImage&>(image), evenColumn);
+    auto word = [language](int id) { return std::string(ResString(id, language)); };
+    ChannelTexts texts;
+    texts.rxFreq = formatFrequency(frequencyMHz(record.frequency(Side::Receive)));
+    texts.txFreq = formatFrequency(frequencyMHz(record.frequency(Side::Transmit)));
+    texts.rxTone = toneText(record.tone(Side::Receive));
+    texts.txTone = toneText(record.tone(Side::Transmit));
+    texts.scan = word(record.scanDeleted() ? 1217 : 1218);
+    texts.busyLock = word(record.busyLock() ? 1100 : 1101);
+    texts.power = word(record.lowPower() ? 1213 : 1214);
+    texts.bandwidth = word(record.narrow() ? 1215 : 1216);
+    texts.close = !record.isOpen();
+    texts.noTx = !record.txAllowed();
+    return texts;
+}
+
+std::string stepText(FrequencyCode code) { return code.step625 ? "6.25" : "5.00"; }
+
+} // namespace zr310

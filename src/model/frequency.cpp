@@ -1,0 +1,89 @@
+#include "frequency.h"
+
+#include <cctype>
+#include <cmath>
+#include <cstdio>
+#include <cstdlib>
+#include <string>
+
+namespace zr310 {
+
+namespace {
+
+constexpr double kStep625kHz = 6.25;
+constexpr double kStep5kHz = 5.0;
+constexpr std::uint32_t kStepMask = 0x1FFFF; // 17 bits
+
+// Formats with the pattern "0": nearest whole number, halves away from zero.
+double roundToWhole(double value) { return std::round(value); }
+
+// True when a single-precision number, printed with its 7 significant digits
+// and no trailing zeros, shows a decimal point.
+bool singlePrecisionShowsFraction(float value) {
+    char text[32];
+    std::snprintf(text, sizeof text, "%.7g", static_cast<double>(value));
+    return std::string(text).find('.') != std::string::npos;
+}
+
+} // namespace
+
+double frequencyMHz(FrequencyCode code) {
+    return code.steps * (code.step625 ? kStep625kHz : kStep5kHz) / 1000.0;
+}
+
+std::string formatFrequency(double mhz) {
+    char text[32];
+    std::snprintf(text, sizeof text, "%09.5f", mhz);
+    return text;
+}
+
+FrequencyCode encodeFrequency(double mhz) {
+    const float quotient625 = static_cast<float>(mhz * 1000.0 / kStep625kHz);
+    if (!singlePrecisionShowsFraction(quotient625)) {
+        const auto steps = static_cast<std::uint32_t>(std::lround(quotient625));
+        return {steps & kStepMask, true};
+    }
+    const auto steps = static_cast<std::uint32_t>(std::nearbyint(mhz * 1000.0 / kStep5kHz));
+    return {steps & kStepMask, false};
+}
+
+double leadingNumber(std::string_view text) {
+    std::string number;
+    bool seenPoint = false;
+    std::size_t i = 0;
+    while (i < text.size() && (text[i] == ' ' || text[i] == '\t'))
+        ++i;
+    if (i < text.size() && (text[i] == '-' || text[i] == '+'))
+        number += text[i++];
+    for (; i < text.size(); ++i) {
+        const char c = text[i];
+        if (std::isdigit(static_cast<unsigned char>(c))) {
+            number += c;
+        } else if (c == '.' && !seenPoint) {
+            seenPoint = true;
+            number += c;
+        } else {
+            break;
+        }
+    }
+    return std::strtod(number.c_str(), nullptr);
+}
+
+std::string validateFrequencyText(std::string_view text, BandLimits limits) {
+    const double v = leadingNumber(text);
+    if (v <= limits.lowerMHz)
+        return formatFrequency(limits.lowerMHz);
+    if (v >= limits.upperMHz)
+        return formatFrequency(limits.upperMHz);
+
+    const double f = v * 100000.0; // units of 10 Hz
+    const double on5kHz = roundToWhole(f / 500.0) * 500.0;
+    const double on625kHz = roundToWhole(f / 625.0) * 625.0;
+    if (f == on5kHz || f == on625kHz)
+        return formatFrequency(v);
+    const double snapped =
+        std::abs(on5kHz - f) < std::abs(on625kHz - f) ? on5kHz : on625kHz;
+    return formatFrequency(snapped / 100000.0);
+}
+
+} // namespace zr310
