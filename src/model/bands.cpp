@@ -10,7 +10,9 @@ int bandIndexFromImage(const RadioImage& image) {
     return kFallbackBandIndex;
 }
 
-void setBand(RadioImage& image, int bandIndex) { image[kBandCodeOffset] = kBands.at(bandIndex).code; }
+void setBand(RadioImage& image, int bandIndex) {
+    image[kBandCodeOffset] = kBands.at(bandIndex).code;
+}
 
 std::optional<int> bandIndexOfText(std::string_view text) {
     for (std::size_t i = 0; i < kBands.size(); ++i)

@@ -2,7 +2,7 @@
 
 namespace zr310 {
 
-ChannelRecord::SideLayout ChannelRecord::layout(Side side) {
+ChannelView::SideLayout ChannelView::layout(Side side) {
     // Receive: frequency in blocks 0-1, flags in block 2, tone in blocks 3-4
     // of the even column. Transmit: frequency in blocks 5-6, flags in block 7
     // of the even column, tone in blocks 0-1 of the odd column.
@@ -11,7 +11,7 @@ ChannelRecord::SideLayout ChannelRecord::layout(Side side) {
     return {5, 6, 7, 1, 0, 1};
 }
 
-std::size_t ChannelRecord::flagsOffset(Side side) const {
+std::size_t ChannelView::flagsOffset(Side side) const {
     return RadioImage::linearOffset(m_column, layout(side).flagsBlock);
 }
 
@@ -20,12 +20,12 @@ void ChannelRecord::setFlag(std::size_t offset, std::uint8_t mask, bool on) {
     byte = on ? (byte | mask) : (byte & ~mask);
 }
 
-FrequencyCode ChannelRecord::frequency(Side side) const {
+FrequencyCode ChannelView::frequency(Side side) const {
     const SideLayout l = layout(side);
-    const std::uint8_t flagsByte = m_image->at(m_column, l.flagsBlock);
+    const std::uint8_t flagsByte = m_view->at(m_column, l.flagsBlock);
     const std::uint32_t steps = (flagsByte & kFreqBit16 ? 0x10000u : 0u) |
-                                m_image->at(m_column, l.freqHighBlock) << 8 |
-                                m_image->at(m_column, l.freqLowBlock);
+                                m_view->at(m_column, l.freqHighBlock) << 8 |
+                                m_view->at(m_column, l.freqLowBlock);
     return {steps, (flagsByte & kStep625) != 0};
 }
 
@@ -39,11 +39,11 @@ void ChannelRecord::setFrequency(Side side, double mhz) {
     flagsByte = code.step625 ? (flagsByte | kStep625) : (flagsByte & ~kStep625);
 }
 
-Tone ChannelRecord::tone(Side side) const {
+Tone ChannelView::tone(Side side) const {
     const SideLayout l = layout(side);
     const int column = m_column + l.toneColumnOffset;
-    return decodeTone(m_image->at(m_column, l.flagsBlock), m_image->at(column, l.toneLowBlock),
-                      m_image->at(column, l.toneHighBlock));
+    return decodeTone(m_view->at(m_column, l.flagsBlock), m_view->at(column, l.toneLowBlock),
+                      m_view->at(column, l.toneHighBlock));
 }
 
 void ChannelRecord::setTone(Side side, Tone tone) {
@@ -67,8 +67,7 @@ void ChannelRecord::copyReceiveToTransmit() {
 }
 
 ChannelTexts decodeChannel(const RadioImage& image, int evenColumn, Language language) {
-    // The record view needs a mutable image; decoding only reads through it.
-    const ChannelRecord record(const_cast<RadioImage&>(image), evenColumn);
+    const ChannelView record(image, evenColumn);
     auto word = [language](int id) { return std::string(ResString(id, language)); };
     ChannelTexts texts;
     texts.rxFreq = formatFrequency(frequencyMHz(record.frequency(Side::Receive)));
@@ -84,6 +83,8 @@ ChannelTexts decodeChannel(const RadioImage& image, int evenColumn, Language lan
     return texts;
 }
 
-std::string stepText(FrequencyCode code) { return code.step625 ? "6.25" : "5.00"; }
+std::string stepText(FrequencyCode code) {
+    return code.step625 ? "6.25" : "5.00";
+}
 
 } // namespace zr310

@@ -15,7 +15,9 @@ constexpr double kStep5kHz = 5.0;
 constexpr std::uint32_t kStepMask = 0x1FFFF; // 17 bits
 
 // Formats with the pattern "0": nearest whole number, halves away from zero.
-double roundToWhole(double value) { return std::round(value); }
+double roundToWhole(double value) {
+    return std::round(value);
+}
 
 // True when a single-precision number, printed with its 7 significant digits
 // and no trailing zeros, shows a decimal point.
@@ -81,8 +83,7 @@ std::string validateFrequencyText(std::string_view text, BandLimits limits) {
     const double on625kHz = roundToWhole(f / 625.0) * 625.0;
     if (f == on5kHz || f == on625kHz)
         return formatFrequency(v);
-    const double snapped =
-        std::abs(on5kHz - f) < std::abs(on625kHz - f) ? on5kHz : on625kHz;
+    const double snapped = std::abs(on5kHz - f) < std::abs(on625kHz - f) ? on5kHz : on625kHz;
     return formatFrequency(snapped / 100000.0);
 }
 

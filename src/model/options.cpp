@@ -1,6 +1,7 @@
 #include "options.h"
 
 #include "bcd.h"
+#include "channel.h"
 
 #include <cmath>
 #include <cstdio>
@@ -10,18 +11,18 @@ namespace zr310 {
 namespace {
 
 // Bytes of the option columns 0x56 and 0x57.
-constexpr std::size_t kScanMoniByte = 0x056;   // bits 3-4 scan mode, bits 5-6 monitor key
-constexpr std::size_t kRevertByte = 0x0D6;     // bits 0-2 revert channel
-constexpr std::size_t kPriorityByte = 0x156;   // priority channel, BCD
-constexpr std::size_t kLookBackByte = 0x1D6;   // look-back period, BCD tenths of a second
-constexpr std::size_t kSquelchByte = 0x1D7;    // squelch level 0..9
-constexpr std::size_t kPowerSelByte = 0x256;   // bits 0-1 power selection
-constexpr std::size_t kFunctionByte = 0x257;   // bits 0 manual, 1 narrow, 3 battery save, 5 beep
-constexpr std::size_t kPreAlertByte = 0x2D7;   // pre-alert seconds, binary
-constexpr std::size_t kScanDelayByte = 0x356;  // scan delay, BCD tenths of a second
-constexpr std::size_t kRekeyByte = 0x357;      // rekey time, BCD seconds
-constexpr std::size_t kTimeOutByte = 0x3D6;    // time-out timer, BCD tens of seconds
-constexpr std::size_t kTotResetByte = 0x3D7;   // time-out reset time, BCD seconds
+constexpr std::size_t kScanMoniByte = 0x056;  // bits 3-4 scan mode, bits 5-6 monitor key
+constexpr std::size_t kRevertByte = 0x0D6;    // bits 0-2 revert channel
+constexpr std::size_t kPriorityByte = 0x156;  // priority channel, BCD
+constexpr std::size_t kLookBackByte = 0x1D6;  // look-back period, BCD tenths of a second
+constexpr std::size_t kSquelchByte = 0x1D7;   // squelch level 0..9
+constexpr std::size_t kPowerSelByte = 0x256;  // bits 0-1 power selection
+constexpr std::size_t kFunctionByte = 0x257;  // bits 0 manual, 1 narrow, 3 battery save, 5 beep
+constexpr std::size_t kPreAlertByte = 0x2D7;  // pre-alert seconds, binary
+constexpr std::size_t kScanDelayByte = 0x356; // scan delay, BCD tenths of a second
+constexpr std::size_t kRekeyByte = 0x357;     // rekey time, BCD seconds
+constexpr std::size_t kTimeOutByte = 0x3D6;   // time-out timer, BCD tens of seconds
+constexpr std::size_t kTotResetByte = 0x3D7;  // time-out reset time, BCD seconds
 
 constexpr std::uint8_t kManualBit = 0x01;
 constexpr std::uint8_t kNarrowBit = 0x02;
@@ -32,23 +33,28 @@ constexpr std::uint8_t kMoniBits = 0x60;
 constexpr std::uint8_t kPowerSelBits = 0x03;
 constexpr std::uint8_t kRevertBits = 0x07;
 
-constexpr int kTimeOutItems = 11;     // Off, 30sec .. 300sec
-constexpr int kPreAlertItems = 255;   // Off, 1sec .. 254sec
-constexpr int kRekeyItems = 61;       // Off, 1sec .. 60sec
-constexpr int kTotResetItems = 16;    // Off, 1sec .. 15sec
-constexpr int kPriorityItems = 16;    // Off, CH1 .. CH15
-constexpr int kLookBackFirst = 3;     // 0.3sec
-constexpr int kLookBackLast = 50;     // 5.0sec
-constexpr int kScanDelayItems = 20;   // 0.0sec .. 9.5sec, steps of 0.5 s
+constexpr int kTimeOutItems = 11;   // Off, 30sec .. 300sec
+constexpr int kPreAlertItems = 255; // Off, 1sec .. 254sec
+constexpr int kRekeyItems = 61;     // Off, 1sec .. 60sec
+constexpr int kTotResetItems = 16;  // Off, 1sec .. 15sec
+constexpr int kPriorityItems = 16;  // Off, CH1 .. CH15
+constexpr int kLookBackFirst = 3;   // 0.3sec
+constexpr int kLookBackLast = 50;   // 5.0sec
+constexpr int kScanDelayItems = 20; // 0.0sec .. 9.5sec, steps of 0.5 s
 constexpr int kPowerSelLongPress = 2;
 
 constexpr std::string_view kNames[] = {
-    "CboTXLimit", "CboPreAlert", "CboTOTAgain", "CboTOTReset", "CboRing",    "CboHandModel",
-    "CboBatFunction", "CboSQ", "CboScan", "CboPriorityCH", "CboBakScan", "CboBakCH",
-    "CboScanHold", "CboMoni", "CboPowSel", "CboBandSel",
+    "CboTXLimit",     "CboPreAlert", "CboTOTAgain", "CboTOTReset",   "CboRing",    "CboHandModel",
+    "CboBatFunction", "CboSQ",       "CboScan",     "CboPriorityCH", "CboBakScan", "CboBakCH",
+    "CboScanHold",    "CboMoni",     "CboPowSel",   "CboBandSel",
 };
 
-std::string word(int id, Language language) { return std::string(ResString(id, language)); }
+constexpr int kLabelIds[] = {1304, 1305, 1306, 1307, 1308, 1310, 1311, 1309,
+                             1312, 1313, 1314, 1315, 1316, 1317, 1318, 1211};
+
+std::string word(int id, Language language) {
+    return std::string(ResString(id, language));
+}
 
 std::string seconds(int count, Language language) {
     return std::to_string(count) + word(1350, language);
@@ -61,8 +67,7 @@ std::string tenthsOfSeconds(int tenths, Language language) {
 }
 
 // "Off" followed by `count` numbered items made by `item`.
-template <typename Item>
-std::vector<std::string> offThen(int count, Language language, Item item) {
+template <typename Item> std::vector<std::string> offThen(int count, Language language, Item item) {
     std::vector<std::string> items{word(1101, language)};
     for (int i = 1; i <= count; ++i)
         items.push_back(item(i));
@@ -128,11 +133,19 @@ int decodeMonitor(const RadioImage& image) {
     return bits == 0x40 ? 1 : 0;
 }
 
-int decodeSmallField(std::uint8_t value, int items) { return value < items ? value : 0; }
+int decodeSmallField(std::uint8_t value, int items) {
+    return value < items ? value : 0;
+}
 
 } // namespace
 
-std::string_view optionName(OptionId id) { return kNames[static_cast<int>(id)]; }
+std::string_view optionName(OptionId id) {
+    return kNames[static_cast<int>(id)];
+}
+
+int optionLabelId(OptionId id) {
+    return kLabelIds[static_cast<int>(id)];
+}
 
 bool optionFromName(std::string_view name, OptionId& id) {
     for (OptionId candidate : kAllOptions) {
@@ -148,7 +161,16 @@ bool monitorListIsShort(const RadioImage& image) {
     return (image[kPowerSelByte] & kPowerSelBits) == kPowerSelLongPress;
 }
 
-void clearPowerSelection(RadioImage& image) { setBits(image, kPowerSelByte, kPowerSelBits, 0); }
+void setRadioWideBandwidth(RadioImage& image, int index) {
+    if (!encodeOption(OptionId::CboBandSel, image, index) || index != 1)
+        return;
+    for (int n = 1; n <= kChannelCount; ++n)
+        ChannelRecord::channel(image, n).setNarrow(true);
+}
+
+void clearPowerSelection(RadioImage& image) {
+    setBits(image, kPowerSelByte, kPowerSelBits, 0);
+}
 
 std::vector<std::string> optionItems(OptionId id, const RadioImage& image, Language language) {
     auto sec = [language](int n) { return seconds(n, language); };

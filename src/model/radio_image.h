@@ -39,9 +39,7 @@ public:
         m_bytes[linearOffset(column, block)] = value;
     }
 
-    std::uint8_t atAddress(int radioAddress) const {
-        return m_bytes[linearOffsetOf(radioAddress)];
-    }
+    std::uint8_t atAddress(int radioAddress) const { return m_bytes[linearOffsetOf(radioAddress)]; }
     void setAtAddress(int radioAddress, std::uint8_t value) {
         m_bytes[linearOffsetOf(radioAddress)] = value;
     }

@@ -3,6 +3,7 @@
 #include "text_codec.h"
 
 #include <cstdio>
+#include <ctime>
 
 namespace zr310 {
 
@@ -11,7 +12,9 @@ namespace {
 constexpr int kRadioIdColumns[] = {0x7C, 0x7D};
 constexpr int kWriteDateDigits = 14;
 
-bool isNoCharacter(std::uint8_t byte) { return byte == 0x00 || byte == 0xFF; }
+bool isNoCharacter(std::uint8_t byte) {
+    return byte == 0x00 || byte == 0xFF;
+}
 
 } // namespace
 
@@ -40,6 +43,18 @@ std::optional<std::string> decodeWriteDate(const RadioImage& image) {
     };
     return part(0, 4) + "-" + part(4, 2) + "-" + part(6, 2) + ", " + part(8, 2) + ":" +
            part(10, 2) + ":" + part(12, 2);
+}
+
+DateTime currentLocalDateTime() {
+    const std::time_t now = std::time(nullptr);
+    std::tm local{};
+#ifdef _WIN32
+    localtime_s(&local, &now);
+#else
+    localtime_r(&now, &local);
+#endif
+    return {local.tm_year + 1900, local.tm_mon + 1, local.tm_mday,
+            local.tm_hour,        local.tm_min,     local.tm_sec};
 }
 
 void stampWriteDate(RadioImage& image, const DateTime& when) {

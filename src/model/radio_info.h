@@ -12,10 +12,13 @@ struct DateTime {
     int year = 2000, month = 1, day = 1, hour = 0, minute = 0, second = 0;
 };
 
-inline constexpr int kUserTextLength = 96;        // UTF-16 code units
-inline constexpr int kUserTextAddress = 0x300;    // radio addresses 0x300..0x3BF
-inline constexpr int kWriteDateAddress = 0x3C0;   // 14 ASCII digits, 0x3C0..0x3CD
-inline constexpr int kRadioIdAddress = 0x3E0;     // 16 single-byte characters
+// The local date and time of the system clock.
+DateTime currentLocalDateTime();
+
+inline constexpr int kUserTextLength = 96;      // UTF-16 code units
+inline constexpr int kUserTextAddress = 0x300;  // radio addresses 0x300..0x3BF
+inline constexpr int kWriteDateAddress = 0x3C0; // 14 ASCII digits, 0x3C0..0x3CD
+inline constexpr int kRadioIdAddress = 0x3E0;   // 16 single-byte characters
 
 // The radio identifier (UTF-8). Bytes 0x00 and 0xFF are no characters, and the
 // byte after each of them is passed over too, as the radio's software reads it.

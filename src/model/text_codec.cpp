@@ -22,8 +22,12 @@ void appendCodePoint(std::string& out, char32_t cp) {
     }
 }
 
-bool isHighSurrogate(char16_t u) { return u >= 0xD800 && u < 0xDC00; }
-bool isLowSurrogate(char16_t u) { return u >= 0xDC00 && u < 0xE000; }
+bool isHighSurrogate(char16_t u) {
+    return u >= 0xD800 && u < 0xDC00;
+}
+bool isLowSurrogate(char16_t u) {
+    return u >= 0xDC00 && u < 0xE000;
+}
 
 } // namespace
 

@@ -37,6 +37,6 @@ std::string toneText(Tone tone);
 std::optional<Tone> parseToneText(std::string_view text);
 
 std::uint16_t ctcssValue(std::string_view toneText); // "88.5" -> 0x0885
-std::uint16_t dcsValue(std::string_view octalCode);   // "023" -> 0x0013
+std::uint16_t dcsValue(std::string_view octalCode);  // "023" -> 0x0013
 
 } // namespace zr310

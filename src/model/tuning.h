@@ -13,10 +13,10 @@ enum class TuningItem { LowBattery, Squelch9, Squelch3, CtcssDeviation, CdcssDev
 
 struct TuningItemInfo {
     TuningItem item;
-    std::string_view key;     // name used by the command line and data exports
-    std::uint8_t itemCode;    // code of the tuning tree node
-    char commandLetter;       // letter of the tuning exchange
-    int block;                // block of column 0x5E
+    std::string_view key;  // name used by the command line and data exports
+    std::uint8_t itemCode; // code of the tuning tree node
+    char commandLetter;    // letter of the tuning exchange
+    int block;             // block of column 0x5E
 };
 
 inline constexpr int kTuningColumn = 0x5E;

@@ -1,0 +1,55 @@
+#pragma once
+
+#include "k720_file.h"
+#include "radio_image.h"
+#include "strings.h"
+
+#include <filesystem>
+#include <ostream>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace zr310 {
+
+// Exit statuses of zr310-cli.
+inline constexpr int kExitOk = 0;
+inline constexpr int kExitUsage = 2;
+inline constexpr int kExitNoResponse = 3;
+inline constexpr int kExitInterrupted = 4;
+inline constexpr int kExitFileRefused = 5;
+inline constexpr int kExitDeclined = 6;
+
+// A mistake in the command line: the message names what was wrong.
+class UsageError : public std::runtime_error {
+public:
+    using std::runtime_error::runtime_error;
+};
+
+// Takes "--lang en|zh" (or "--lang=zh") out of args; English when absent.
+Language takeLanguageOption(std::vector<std::string>& args);
+
+// Takes a flag such as "--json" out of args; true when it was there.
+bool takeFlag(std::vector<std::string>& args, std::string_view flag);
+
+// Takes "NAME VALUE" or "NAME=VALUE" out of args; empty when absent.
+std::string takeValueOption(std::vector<std::string>& args, std::string_view name,
+                            std::string_view shortName = {});
+
+// Rejects anything left that looks like an option.
+void rejectUnknownOptions(const std::vector<std::string>& args);
+
+// Opens a data file or raw image. On failure prints the reason in the chosen
+// language and returns false.
+bool loadImageFile(const std::filesystem::path& path, RadioImage& image, Language language,
+                   std::ostream& err);
+
+// Saves by the file name's format, stamped with the local time. On failure
+// prints the reason and returns false.
+bool saveImageFileReporting(const std::filesystem::path& path, const RadioImage& image,
+                            std::ostream& err);
+
+std::string pathText(const std::filesystem::path& path);
+
+} // namespace zr310

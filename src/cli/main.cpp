@@ -1,0 +1,63 @@
+// zr310-cli: scripting and batch use of the ZR-310 programming core.
+
+#include "cli_common.h"
+#include "edit_commands.h"
+#include "show_command.h"
+
+#include <functional>
+#include <iostream>
+#include <map>
+#include <string>
+#include <vector>
+
+namespace {
+
+using Command = std::function<int(std::vector<std::string>, std::ostream&, std::ostream&)>;
+
+const char kUsage[] = R"(usage: zr310-cli COMMAND [ARGS]
+
+Commands:
+  new OUT [--force]                       write a new data file holding the start image
+  show FILE [--json] [--lang en|zh]       everything the main window shows for FILE
+  set FILE KEY=VALUE... [-o OUT]          edit FILE (or write the result to OUT)
+
+FILE is a data file (.k720) or a raw image (.bin, 1024 bytes in radio address order).
+Keys of set: chN.rx_freq chN.tx_freq chN.rx_tone chN.tx_tone chN.scan chN.busy_lock
+  chN.power chN.bandwidth chN.close chN.no_tx (N = 1..16); tchN.rx_freq tchN.tx_freq
+  tchN.rx_tone tchN.tx_tone tchN.close tchN.no_tx (N = 1..11); CboBand CboBandSel and the
+  option lists (CboTXLimit, CboSQ, ...) set to an item text; tuning.NAME (0..255);
+  user_text (at most 96 characters).
+Exit status: 0 done, 2 usage error, 3 no response, 4 interrupted, 5 file refused,
+  6 write to a version-1.0 radio declined.
+)";
+
+const std::map<std::string, Command>& commands() {
+    static const std::map<std::string, Command> table{
+        {"new", zr310::runNewCommand},
+        {"show", zr310::runShowCommand},
+        {"set", zr310::runSetCommand},
+    };
+    return table;
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    std::vector<std::string> args(argv + 1, argv + argc);
+    if (args.empty() || args[0] == "--help" || args[0] == "-h" || args[0] == "help") {
+        std::cout << kUsage;
+        return args.empty() ? zr310::kExitUsage : zr310::kExitOk;
+    }
+    const auto command = commands().find(args[0]);
+    if (command == commands().end()) {
+        std::cerr << "zr310-cli: unknown command '" << args[0] << "'\n" << kUsage;
+        return zr310::kExitUsage;
+    }
+    args.erase(args.begin());
+    try {
+        return command->second(args, std::cout, std::cerr);
+    } catch (const zr310::UsageError& error) {
+        std::cerr << "zr310-cli " << command->first << ": " << error.what() << '\n';
+        return zr310::kExitUsage;
+    }
+}
