@@ -78,7 +78,10 @@ std::string validateFrequencyText(std::string_view text, BandLimits limits) {
     if (v >= limits.upperMHz)
         return formatFrequency(limits.upperMHz);
 
-    const double f = v * 100000.0; // units of 10 Hz
+    // Whole units of 10 Hz, the resolution of the display: without the
+    // rounding, 145.01125 would come out as 14501124.999999998 and an exact tie
+    // between the grids would go the wrong way.
+    const double f = std::round(v * 100000.0);
     const double on5kHz = roundToWhole(f / 500.0) * 500.0;
     const double on625kHz = roundToWhole(f / 625.0) * 625.0;
     if (f == on5kHz || f == on625kHz)
