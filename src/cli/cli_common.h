@@ -2,7 +2,7 @@
 
 #include "k720_file.h"
 #include "radio_image.h"
-#include "strings.h"
+#include "string_table.h"
 
 #include <filesystem>
 #include <ostream>

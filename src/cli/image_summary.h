@@ -3,7 +3,7 @@
 #include "channel.h"
 #include "options.h"
 #include "radio_image.h"
-#include "strings.h"
+#include "string_table.h"
 #include "tuning.h"
 
 #include <array>

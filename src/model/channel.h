@@ -2,7 +2,7 @@
 
 #include "frequency.h"
 #include "radio_image.h"
-#include "strings.h"
+#include "string_table.h"
 #include "tones.h"
 
 #include <string>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "radio_image.h"
-#include "strings.h"
+#include "string_table.h"
 
 #include <array>
 #include <string>

@@ -1,5 +1,5 @@
 #include "model_test_util.h"
-#include "strings.h"
+#include "string_table.h"
 
 #include <QtTest>
 
