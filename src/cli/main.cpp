@@ -3,6 +3,7 @@
 #include "cli_common.h"
 #include "edit_commands.h"
 #include "show_command.h"
+#include "transfer_commands.h"
 
 #include <functional>
 #include <iostream>
@@ -20,8 +21,15 @@ Commands:
   new OUT [--force]                       write a new data file holding the start image
   show FILE [--json] [--lang en|zh]       everything the main window shows for FILE
   set FILE KEY=VALUE... [-o OUT]          edit FILE (or write the result to OUT)
+  read --port PORT -o OUT                 read the radio into OUT (.k720 or .bin)
+  write --port PORT IN [--yes]            write IN to the radio (--yes: go on with a
+                                          version-1.0 radio without asking)
+  info --port PORT [--json]               the radio ID, recent write date and user text
+  info --port PORT --set-text TEXT        set the radio's user text
 
 FILE is a data file (.k720) or a raw image (.bin, 1024 bytes in radio address order).
+PORT is COM1..COM4, a serial device (/dev/ttyUSB0, COM7), or sim (a built-in emulated radio).
+The radio commands take --lang en|zh too.
 Keys of set: chN.rx_freq chN.tx_freq chN.rx_tone chN.tx_tone chN.scan chN.busy_lock
   chN.power chN.bandwidth chN.close chN.no_tx (N = 1..16); tchN.rx_freq tchN.tx_freq
   tchN.rx_tone tchN.tx_tone tchN.close tchN.no_tx (N = 1..11); CboBand CboBandSel and the
@@ -36,6 +44,9 @@ const std::map<std::string, Command>& commands() {
         {"new", zr310::runNewCommand},
         {"show", zr310::runShowCommand},
         {"set", zr310::runSetCommand},
+        {"read", zr310::runReadCommand},
+        {"write", zr310::runWriteCommand},
+        {"info", zr310::runInfoCommand},
     };
     return table;
 }

@@ -1,0 +1,322 @@
+#include "transfer_commands.h"
+
+#include "cli_common.h"
+#include "json_writer.h"
+#include "ports.h"
+#include "radio_info.h"
+#include "serial_transfer.h"
+
+#include <QCoreApplication>
+#include <QEventLoop>
+
+#include <cctype>
+#include <cstdio>
+#include <iostream>
+#include <string_view>
+
+#ifdef _WIN32
+#include <io.h>
+#define ZR310_ISATTY _isatty
+#define ZR310_FILENO _fileno
+#else
+#include <unistd.h>
+#define ZR310_ISATTY isatty
+#define ZR310_FILENO fileno
+#endif
+
+namespace zr310 {
+
+namespace {
+
+constexpr int kMsgRadioId = 1400;
+constexpr int kMsgRecentWriteDate = 1401;
+constexpr std::string_view kUserTextCaption = "User-Defined Informations";
+
+// The transfers run on Qt's event loop; the command line has no application
+// object of its own until one is needed. It lives until the process ends.
+void ensureApplication() {
+    if (QCoreApplication::instance())
+        return;
+    static int argc = 1;
+    static char name[] = "zr310-cli";
+    static char* argv[] = {name, nullptr};
+    new QCoreApplication(argc, argv);
+}
+
+// The texts keep the line breaks of message boxes ("\r\r\n").
+std::string plain(std::string_view text) {
+    std::string result;
+    for (char c : text) {
+        if (c != '\r')
+            result += c;
+    }
+    return result;
+}
+
+std::string text(int id, Language language) {
+    return plain(ResString(id, language));
+}
+
+bool isTerminal(std::FILE* stream) {
+    return ZR310_ISATTY(ZR310_FILENO(stream)) != 0;
+}
+
+// A progress bar redrawn in place, only when err is the terminal's stderr.
+class ProgressBar {
+public:
+    explicit ProgressBar(std::ostream& err)
+        : m_err(err), m_on(&err == &std::cerr && isTerminal(stderr)) {}
+    ~ProgressBar() { done(); }
+
+    void show(int value, int maximum) {
+        if (!m_on || maximum <= 0)
+            return;
+        constexpr int kWidth = 40;
+        const int filled = kWidth * value / maximum;
+        m_err << "\r[" << std::string(filled, '#') << std::string(kWidth - filled, '-') << "] "
+              << value << '/' << maximum << std::flush;
+        m_drawn = true;
+    }
+    void done() {
+        if (m_drawn)
+            m_err << '\n' << std::flush;
+        m_drawn = false;
+    }
+
+private:
+    std::ostream& m_err;
+    bool m_on = false;
+    bool m_drawn = false;
+};
+
+template <typename Transfer> TransferResult runToEnd(Transfer& transfer) {
+    QEventLoop loop;
+    TransferResult result;
+    bool ended = false;
+    QObject::connect(&transfer, &Transfer::finished, &loop, [&](const TransferResult& r) {
+        result = r;
+        ended = true;
+        loop.quit();
+    });
+    transfer.start();
+    if (!ended)
+        loop.exec();
+    return result;
+}
+
+struct PortArgs {
+    std::string port;
+    Language language = Language::English;
+};
+
+PortArgs takePortArgs(std::vector<std::string>& args) {
+    PortArgs parsed;
+    parsed.language = takeLanguageOption(args);
+    parsed.port = takeValueOption(args, "--port", "-p");
+    if (parsed.port.empty())
+        throw UsageError("--port PORT is required (COM1..COM4, a device, or sim)");
+    return parsed;
+}
+
+// Reports a transfer that did not complete; returns its exit status.
+int reportFailure(const TransferResult& result, const PortArgs& port, TransferKind kind,
+                  std::ostream& err) {
+    switch (result.outcome) {
+    case TransferOutcome::NoResponse: {
+        const auto message = noResponseText(QString::fromStdString(port.port), port.language);
+        err << text(kMsgCommunicationError, port.language) << ": " << plain(message.toStdString())
+            << '\n';
+        return kExitNoResponse;
+    }
+    case TransferOutcome::Declined:
+        return kExitDeclined;
+    default: {
+        const int id = kind == TransferKind::Read ? kMsgReadInterrupted : kMsgWriteInterrupted;
+        err << text(kMsgError, port.language) << ": " << text(id, port.language) << '\n';
+        return kExitInterrupted;
+    }
+    }
+}
+
+bool endsWith(const std::string& s, std::string_view suffix) {
+    if (s.size() < suffix.size())
+        return false;
+    for (std::size_t i = 0; i < suffix.size(); ++i) {
+        const char c = s[s.size() - suffix.size() + i];
+        if (std::tolower(static_cast<unsigned char>(c)) != suffix[i])
+            return false;
+    }
+    return true;
+}
+
+// Asks the version-1.0 question on the terminal; anything but yes declines.
+bool askToContinue(Language language, std::ostream& err) {
+    err << text(kMsgVersion10Warning, language) << " [y/N] " << std::flush;
+    std::string answer;
+    if (!std::getline(std::cin, answer))
+        return false;
+    return answer == "y" || answer == "Y" || answer == "yes";
+}
+
+// Reads the radio information into image. Returns an exit status.
+int readInfo(const PortArgs& port, RadioImage& image, std::ostream& err) {
+    LinkFlags flags;
+    InfoTransfer transfer(TransferKind::Read, QString::fromStdString(port.port), image, flags);
+    const auto result = runToEnd(transfer);
+    if (result.outcome != TransferOutcome::Completed)
+        return reportFailure(result, port, TransferKind::Read, err);
+    return kExitOk;
+}
+
+void printInfo(const RadioImage& image, bool json, Language language, std::ostream& out) {
+    const auto date = decodeWriteDate(image);
+    if (json) {
+        JsonWriter writer;
+        writer.beginObject().key("radio_id").value(decodeRadioId(image)).key("write_date");
+        if (date)
+            writer.value(*date);
+        else
+            writer.null();
+        writer.key("user_text").value(decodeUserText(image)).endObject();
+        out << writer.text();
+        return;
+    }
+    // Like the radio information window, a radio that holds no date shows
+    // the PC's current date and time.
+    std::string shown;
+    if (date) {
+        shown = *date;
+    } else {
+        RadioImage now;
+        stampWriteDate(now, currentLocalDateTime());
+        shown = decodeWriteDate(now).value_or("");
+    }
+    out << text(kMsgRadioId, language) << ": " << decodeRadioId(image) << '\n'
+        << text(kMsgRecentWriteDate, language) << ": " << shown << '\n'
+        << kUserTextCaption << ": " << decodeUserText(image) << '\n';
+}
+
+} // namespace
+
+int runReadCommand(const std::vector<std::string>& arguments, std::ostream& out,
+                   std::ostream& err) {
+    std::vector<std::string> args = arguments;
+    const PortArgs port = takePortArgs(args);
+    const std::string output = takeValueOption(args, "--output", "-o");
+    rejectUnknownOptions(args);
+    if (output.empty())
+        throw UsageError("-o OUT is required");
+    if (!args.empty())
+        throw UsageError("unexpected argument '" + args.front() + "'");
+    if (!endsWith(output, ".k720") && !endsWith(output, ".bin"))
+        throw UsageError("OUT must end in .k720 or .bin");
+
+    ensureApplication();
+    RadioImage image = makeStartImage();
+    LinkFlags flags;
+    SerialTransfer transfer(TransferKind::Read, QString::fromStdString(port.port), image, flags);
+    ProgressBar bar(err);
+    QObject::connect(&transfer, &SerialTransfer::progress, &transfer,
+                     [&bar](int value, int maximum) { bar.show(value, maximum); });
+    const auto result = runToEnd(transfer);
+    bar.done();
+    if (result.outcome != TransferOutcome::Completed)
+        return reportFailure(result, port, TransferKind::Read, err);
+
+    if (!saveImageFileReporting(output, image, err))
+        return kExitFileRefused;
+    if (flags.radioIsVersion10)
+        out << text(kMsgReadVersion10, port.language) << '\n';
+    out << text(kMsgReadCompleted, port.language) << '\n';
+    return kExitOk;
+}
+
+int runWriteCommand(const std::vector<std::string>& arguments, std::ostream& out,
+                    std::ostream& err) {
+    std::vector<std::string> args = arguments;
+    const PortArgs port = takePortArgs(args);
+    const bool yes = takeFlag(args, "--yes") || takeFlag(args, "-y");
+    rejectUnknownOptions(args);
+    if (args.size() != 1)
+        throw UsageError(args.empty() ? "the file to write (IN) is missing"
+                                      : "unexpected argument '" + args[1] + "'");
+
+    RadioImage image = makeStartImage();
+    if (!loadImageFile(args.front(), image, port.language, err))
+        return kExitFileRefused;
+
+    ensureApplication();
+    LinkFlags flags;
+    SerialTransfer transfer(TransferKind::Write, QString::fromStdString(port.port), image, flags);
+    ProgressBar bar(err);
+    transfer.setVersion10Warning([&](LinkFlags& f) {
+        bar.done();
+        bool goOn = yes;
+        if (!yes && isTerminal(stdin))
+            goOn = askToContinue(port.language, err);
+        else if (!yes)
+            err << text(kMsgVersion10Warning, port.language) << '\n';
+        // As the warning's OK and Cancel buttons do.
+        f.skipVersion10Check = f.version10Continue = goOn;
+        if (!goOn)
+            f.version10DontShow = false;
+    });
+    QObject::connect(&transfer, &SerialTransfer::progress, &transfer,
+                     [&bar](int value, int maximum) { bar.show(value, maximum); });
+    const auto result = runToEnd(transfer);
+    bar.done();
+    if (result.outcome != TransferOutcome::Completed)
+        return reportFailure(result, port, TransferKind::Write, err);
+    out << text(kMsgWriteCompleted, port.language) << '\n';
+    return kExitOk;
+}
+
+int runInfoCommand(const std::vector<std::string>& arguments, std::ostream& out,
+                   std::ostream& err) {
+    std::vector<std::string> args = arguments;
+    const PortArgs port = takePortArgs(args);
+    const bool json = takeFlag(args, "--json");
+    bool setText = false;
+    std::string newText;
+    for (auto it = args.begin(); it != args.end(); ++it) {
+        if (*it == "--set-text" || it->rfind("--set-text=", 0) == 0) {
+            setText = true;
+            newText = takeValueOption(args, "--set-text");
+            break;
+        }
+    }
+    rejectUnknownOptions(args);
+    if (!args.empty())
+        throw UsageError("unexpected argument '" + args.front() + "'");
+    if (setText && json)
+        throw UsageError("--json shows the information; it cannot go with --set-text");
+    if (setText) {
+        const int length = utf16Length(newText);
+        if (length < 0)
+            throw UsageError("the text is not valid UTF-8");
+        if (length > kUserTextLength)
+            throw UsageError("the text is longer than 96 characters");
+    }
+
+    ensureApplication();
+    RadioImage image = makeStartImage();
+    if (const int status = readInfo(port, image, err); status != kExitOk)
+        return status;
+    if (!setText) {
+        printInfo(image, json, port.language, out);
+        return kExitOk;
+    }
+
+    // The write carries the user text and the first half of the write date
+    // as they are in the image: the date as just read.
+    encodeUserText(image, newText);
+    LinkFlags flags;
+    InfoTransfer transfer(TransferKind::Write, QString::fromStdString(port.port), image, flags);
+    const auto result = runToEnd(transfer);
+    if (result.outcome != TransferOutcome::Completed)
+        return reportFailure(result, port, TransferKind::Write, err);
+    out << text(kMsgWriteCompleted, port.language) << '\n';
+    return kExitOk;
+}
+
+} // namespace zr310

@@ -1,0 +1,31 @@
+#pragma once
+
+// The radio transfers of zr310-cli. PORT is COM1..COM4, a port name the
+// system reports (/dev/ttyUSB0, COM7) or "sim", the emulated radio inside
+// zr310-cli. Exit statuses are those of cli_common.h: 0 done, 2 usage,
+// 3 no response, 4 interrupted, 5 file refused, 6 write to a version-1.0
+// radio declined. A progress bar goes to stderr when it is a terminal.
+
+#include <ostream>
+#include <string>
+#include <vector>
+
+namespace zr310 {
+
+// zr310-cli read --port PORT -o OUT [--lang en|zh]
+// OUT ends in .k720 (data file) or .bin (raw image). A read that does not
+// complete writes nothing.
+int runReadCommand(const std::vector<std::string>& args, std::ostream& out, std::ostream& err);
+
+// zr310-cli write --port PORT IN [--yes] [--lang en|zh]
+// --yes answers the version-1.0 warning with "go on"; without it the
+// warning is asked on a terminal and declined otherwise.
+int runWriteCommand(const std::vector<std::string>& args, std::ostream& out, std::ostream& err);
+
+// zr310-cli info --port PORT [--json] [--lang en|zh]
+// zr310-cli info --port PORT --set-text TEXT [--lang en|zh]
+// Shows the radio ID, the recent write date and the user text, or sets the
+// user text (read, then write back with the new text).
+int runInfoCommand(const std::vector<std::string>& args, std::ostream& out, std::ostream& err);
+
+} // namespace zr310

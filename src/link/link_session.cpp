@@ -1,0 +1,150 @@
+#include "link_session.h"
+
+#include "ports.h"
+
+#include <thread>
+
+namespace zr310 {
+
+namespace {
+
+constexpr qint64 kReadBufferSize = 1024;
+
+void applyTimer(QTimer& timer, const TimerCommand& command) {
+    switch (command.mode) {
+    case TimerCommand::Mode::Keep:
+        break;
+    case TimerCommand::Mode::Stop:
+        timer.stop();
+        break;
+    case TimerCommand::Mode::Start:
+        timer.start(command.interval);
+        break;
+    }
+}
+
+} // namespace
+
+LinkSession::LinkSession(LinkEngine& engine, const QString& portName, QObject* parent)
+    : QObject(parent), m_engine(engine), m_portName(portName) {
+    for (QTimer* timer : {&m_sendTimer, &m_watchdog}) {
+        timer->setTimerType(Qt::PreciseTimer);
+        timer->setSingleShot(true);
+    }
+    connect(&m_sendTimer, &QTimer::timeout, this, [this] { apply(m_engine.onSendTick()); });
+    connect(&m_watchdog, &QTimer::timeout, this, [this] { apply(m_engine.onWatchdog()); });
+    connect(&m_port, &QSerialPort::readyRead, this, &LinkSession::onReadyRead);
+    connect(&m_port, &QSerialPort::errorOccurred, this, [this](QSerialPort::SerialPortError e) {
+        // A cable pulled out: stop using the port; the watchdog ends the
+        // exchange as it would for a radio that stopped answering.
+        if (e == QSerialPort::ResourceError && m_port.isOpen())
+            m_port.close();
+    });
+}
+
+LinkSession::~LinkSession() {
+    m_port.close();
+}
+
+void LinkSession::start() {
+    if (m_running)
+        return;
+    m_running = true;
+    if (m_port.isOpen()) {
+        // Left open by an earlier exchange: a late byte is not this one's.
+        m_port.clear(QSerialPort::Input);
+        m_received.clear();
+    } else {
+        m_port.setPortName(resolvePortName(m_portName));
+    }
+    apply(m_engine.start());
+    reportProgress();
+}
+
+void LinkSession::openPort() {
+    if (m_port.isOpen())
+        return;
+    m_port.setReadBufferSize(kReadBufferSize);
+    if (!m_port.open(QIODevice::ReadWrite))
+        return; // nothing will answer: the engine's watchdog reports it
+    const bool configured =
+        m_port.setBaudRate(QSerialPort::Baud9600) && m_port.setDataBits(QSerialPort::Data8) &&
+        m_port.setParity(QSerialPort::NoParity) && m_port.setStopBits(QSerialPort::TwoStop) &&
+        m_port.setFlowControl(QSerialPort::NoFlowControl);
+    if (!configured) {
+        m_port.close();
+        return;
+    }
+    m_port.clear(QSerialPort::AllDirections);
+    m_received.clear();
+}
+
+void LinkSession::apply(const LinkAction& action) {
+    if (!m_running)
+        return;
+    if (action.openPort)
+        openPort();
+    if (!action.send.empty()) {
+        if (!m_port.isOpen())
+            openPort();
+        if (m_port.isOpen()) {
+            const auto bytes = action.send.view();
+            m_port.write(reinterpret_cast<const char*>(bytes.data()), qint64(bytes.size()));
+            m_port.flush();
+        }
+    }
+    if (action.holdAfterSend.count() > 0)
+        std::this_thread::sleep_for(action.holdAfterSend);
+    if (action.closePort && m_port.isOpen()) {
+        m_port.flush();
+        m_port.close();
+    }
+    if (action.pauseAfterClose.count() > 0)
+        std::this_thread::sleep_for(action.pauseAfterClose);
+    m_threshold = action.receiveThreshold;
+    applyTimer(m_sendTimer, action.sendTimer);
+    applyTimer(m_watchdog, action.watchdog);
+    reportProgress();
+
+    if (action.needVersion10Warning) {
+        if (m_warning)
+            m_warning();
+        apply(m_engine.resumeAfterWarning());
+        return;
+    }
+    if (action.finished) {
+        m_sendTimer.stop();
+        m_watchdog.stop();
+        if (m_closeWhenFinished)
+            m_port.close();
+        m_running = false;
+        emit finished();
+    }
+}
+
+void LinkSession::onReadyRead() {
+    m_received += m_port.readAll();
+    deliverWaiting();
+}
+
+void LinkSession::deliverWaiting() {
+    // A reply that asks for more bytes gets those already waiting; otherwise
+    // bytes left over wait for the next arrival, as a receive event would.
+    while (m_running && m_threshold > 0 && m_received.size() >= m_threshold) {
+        const QByteArray reply = m_received.left(m_threshold);
+        m_received.remove(0, m_threshold);
+        m_threshold = 0;
+        const auto* data = reinterpret_cast<const std::uint8_t*>(reply.constData());
+        apply(m_engine.onReply({data, std::size_t(reply.size())}));
+    }
+}
+
+void LinkSession::reportProgress() {
+    const int value = m_engine.progressValue();
+    if (value == m_reportedProgress)
+        return;
+    m_reportedProgress = value;
+    emit progress(value, m_engine.progressMaximum());
+}
+
+} // namespace zr310

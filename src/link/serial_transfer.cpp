@@ -1,0 +1,46 @@
+#include "serial_transfer.h"
+
+namespace zr310 {
+
+SerialTransfer::SerialTransfer(TransferKind kind, const QString& portName, RadioImage& image,
+                               LinkFlags& flags, QObject* parent)
+    : QObject(parent), m_portName(portName), m_flags(flags),
+      m_engine(kind, image, flags, [this] { return m_clock(); }), m_session(m_engine, portName) {
+    connect(&m_session, &LinkSession::progress, this, &SerialTransfer::progress);
+    connect(&m_session, &LinkSession::finished, this, [this] { emit finished(result()); });
+    m_session.setWarningHandler([this] {
+        if (m_warning)
+            m_warning(m_flags);
+    });
+}
+
+void SerialTransfer::setVersion10Warning(std::function<void(LinkFlags&)> warning) {
+    m_warning = std::move(warning);
+}
+
+void SerialTransfer::start() {
+    m_session.start();
+}
+
+TransferResult SerialTransfer::result() const {
+    return {m_engine.outcome(), m_engine.linkState(), m_engine.blockCounter(),
+            m_engine.transferFinished(), m_engine.messageId()};
+}
+
+InfoTransfer::InfoTransfer(TransferKind kind, const QString& portName, RadioImage& image,
+                           LinkFlags& flags, QObject* parent)
+    : QObject(parent), m_portName(portName), m_engine(kind, image, flags),
+      m_session(m_engine, portName) {
+    connect(&m_session, &LinkSession::finished, this, [this] { emit finished(result()); });
+}
+
+void InfoTransfer::start() {
+    m_session.start();
+}
+
+TransferResult InfoTransfer::result() const {
+    return {m_engine.outcome(), m_engine.linkState(), m_engine.blockCounter(),
+            m_engine.transferFinished(), m_engine.windowMessageId()};
+}
+
+} // namespace zr310

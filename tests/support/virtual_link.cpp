@@ -1,0 +1,121 @@
+#include "virtual_link.h"
+
+#include "line_pacer.h"
+
+#include <algorithm>
+
+namespace zr310::test {
+
+void VirtualLink::setRadio(EmulatedRadio& radio) {
+    m_responder = [&radio](int, std::span<const std::uint8_t> packet) {
+        Bytes reply;
+        for (const std::uint8_t byte : packet) {
+            const auto part = radio.receive(byte);
+            reply.insert(reply.end(), part.begin(), part.end());
+        }
+        return reply;
+    };
+}
+
+bool VirtualLink::run(Nanos limit) {
+    apply(m_engine.start());
+    while (!m_finished) {
+        // The earliest of: a reply arriving, the send timer, the watchdog.
+        std::optional<Nanos> next;
+        auto consider = [&](std::optional<Nanos> at) {
+            if (at && (!next || *at < *next))
+                next = at;
+        };
+        const auto arrival =
+            std::min_element(m_arrivals.begin(), m_arrivals.end(),
+                             [](const Arrival& a, const Arrival& b) { return a.at < b.at; });
+        if (arrival != m_arrivals.end())
+            consider(arrival->at);
+        consider(m_sendDue);
+        consider(m_watchdogDue);
+        if (!next || *next > limit)
+            return false;
+        m_now = *next;
+        if (arrival != m_arrivals.end() && arrival->at == m_now) {
+            const Bytes bytes = arrival->bytes;
+            m_arrivals.erase(arrival);
+            deliver(bytes);
+        } else if (m_sendDue && *m_sendDue == m_now) {
+            m_sendDue.reset();
+            apply(m_engine.onSendTick());
+        } else {
+            m_watchdogDue.reset();
+            apply(m_engine.onWatchdog());
+        }
+    }
+    return true;
+}
+
+void VirtualLink::deliver(const Bytes& bytes) {
+    if (!m_portOpen)
+        return;
+    m_rx.insert(m_rx.end(), bytes.begin(), bytes.end());
+    // Like a receive event: fires when the threshold is reached; a reply
+    // that asks for more bytes gets those already waiting.
+    while (m_threshold > 0 && static_cast<int>(m_rx.size()) >= m_threshold) {
+        const Bytes reply(m_rx.begin(), m_rx.begin() + m_threshold);
+        m_rx.erase(m_rx.begin(), m_rx.begin() + m_threshold);
+        m_threshold = 0;
+        apply(m_engine.onReply(reply));
+    }
+}
+
+void VirtualLink::apply(const LinkAction& action) {
+    if (action.openPort) {
+        m_portOpen = true;
+        m_rx.clear();
+    }
+    if (!action.send.empty()) {
+        const Bytes packet(action.send.view().begin(), action.send.view().end());
+        m_sent.push_back({m_now, packet});
+        const int index = m_packets++;
+        if (m_portOpen && m_responder) {
+            Bytes reply = m_responder(index, packet);
+            if (!reply.empty()) {
+                const auto lineTime =
+                    m_lineDelay
+                        ? LinePacer::kByteTime * static_cast<int>(packet.size() + reply.size())
+                        : Nanos{0};
+                m_arrivals.push_back({m_now + lineTime + Nanos{1}, std::move(reply)});
+            }
+        }
+    }
+    m_now += action.holdAfterSend;
+    if (action.closePort) {
+        m_portOpen = false;
+        m_rx.clear();
+        m_arrivals.clear();
+    }
+    m_now += action.pauseAfterClose;
+    m_threshold = action.receiveThreshold;
+
+    using Mode = TimerCommand::Mode;
+    if (action.sendTimer.mode == Mode::Stop)
+        m_sendDue.reset();
+    if (action.sendTimer.mode == Mode::Start) {
+        m_sendDue = m_now + action.sendTimer.interval;
+        m_sendIntervals.push_back(action.sendTimer.interval);
+    }
+    if (action.watchdog.mode == Mode::Stop)
+        m_watchdogDue.reset();
+    if (action.watchdog.mode == Mode::Start)
+        m_watchdogDue = m_now + action.watchdog.interval;
+
+    if (action.needVersion10Warning) {
+        ++m_warnings;
+        if (m_warning)
+            m_warning();
+        apply(m_engine.resumeAfterWarning());
+    }
+    if (action.finished) {
+        m_finished = true;
+        m_finishedAt = m_now;
+    }
+}
+
+} // namespace zr310::test
