@@ -1,0 +1,96 @@
+#include "frm_connect.h"
+
+#include "common/message_box.h"
+#include "common/texts.h"
+#include "frmWarning/frm_warning.h"
+
+#include <QLabel>
+#include <QProgressBar>
+#include <QTimer>
+#include <QVBoxLayout>
+
+namespace zr310::ui {
+
+namespace {
+
+struct KindTexts {
+    int title;
+    int message;
+};
+
+KindTexts textsOf(TransferKind kind) {
+    switch (kind) {
+    case TransferKind::Read:
+        return {1520, 1524};
+    case TransferKind::Write:
+        return {1521, 1525};
+    case TransferKind::EnterTuning:
+        return {1522, 1526};
+    case TransferKind::WriteTuning:
+        return {1521, 1527};
+    }
+    return {1520, 1524};
+}
+
+} // namespace
+
+FrmConnect::FrmConnect(TransferKind kind, const QString& portName, RadioImage& image,
+                       LinkFlags& flags, QWidget* parent)
+    : QDialog(parent) {
+    setObjectName(QStringLiteral("frmConnect"));
+    const KindTexts texts = textsOf(kind);
+    setWindowTitle(res(texts.title));
+    setWindowFlag(Qt::WindowCloseButtonHint, false);
+    setModal(true);
+
+    m_message = new QLabel(res(texts.message), this);
+    m_message->setObjectName(QStringLiteral("LblMessage"));
+    m_progress = new QProgressBar(this);
+    m_progress->setObjectName(QStringLiteral("PrgValue"));
+    m_progress->setRange(0, 1);
+    m_progress->setValue(0);
+    m_progress->setTextVisible(false);
+    m_progress->setMinimumWidth(300);
+
+    auto* layout = new QVBoxLayout(this);
+    layout->addWidget(m_message);
+    layout->addWidget(m_progress);
+    layout->setSizeConstraint(QLayout::SetFixedSize);
+
+    m_transfer = new SerialTransfer(kind, portName, image, flags, this);
+    m_transfer->setVersion10Warning([this](LinkFlags& linkFlags) {
+        FrmWarning warning(linkFlags, this);
+        warning.exec();
+    });
+    connect(m_transfer, &SerialTransfer::progress, this, [this](int value, int maximum) {
+        m_progress->setRange(0, std::max(1, maximum));
+        m_progress->setValue(value);
+    });
+    connect(m_transfer, &SerialTransfer::finished, this, &FrmConnect::onFinished);
+}
+
+void FrmConnect::showEvent(QShowEvent* event) {
+    QDialog::showEvent(event);
+    if (!m_started) {
+        m_started = true;
+        // Started from the event loop, once the window is on the screen.
+        QTimer::singleShot(0, m_transfer, &SerialTransfer::start);
+    }
+}
+
+void FrmConnect::onFinished(const TransferResult& result) {
+    m_result = result;
+    if (result.outcome == TransferOutcome::Interrupted && result.messageId != 0) {
+        showMessageBox(this, QMessageBox::Warning, res(kMsgError), resDisplay(result.messageId));
+    }
+    done(result.outcome == TransferOutcome::Completed ? QDialog::Accepted : QDialog::Rejected);
+}
+
+void FrmConnect::reject() {
+    if (m_transfer->isRunning() || !m_started) {
+        return;
+    }
+    QDialog::reject();
+}
+
+} // namespace zr310::ui

@@ -1,0 +1,42 @@
+#pragma once
+
+#include "link_types.h"
+#include "radio_image.h"
+#include "serial_transfer.h"
+
+#include <QDialog>
+
+class QLabel;
+class QProgressBar;
+
+namespace zr310::ui {
+
+// `frmConnect`: the small modal window that runs one programming transfer
+// with the radio, shows its progress in `PrgValue` and closes itself when
+// the exchange is over. An interrupted transfer is reported here; every
+// other outcome is left to the caller through result().
+class FrmConnect : public QDialog {
+    Q_OBJECT
+public:
+    FrmConnect(TransferKind kind, const QString& portName, RadioImage& image, LinkFlags& flags,
+               QWidget* parent = nullptr);
+
+    TransferResult result() const { return m_result; }
+
+    // Esc and the close box do nothing while the radio is being talked to.
+    void reject() override;
+
+protected:
+    void showEvent(QShowEvent* event) override;
+
+private:
+    void onFinished(const TransferResult& result);
+
+    SerialTransfer* m_transfer = nullptr;
+    QLabel* m_message = nullptr;
+    QProgressBar* m_progress = nullptr;
+    TransferResult m_result;
+    bool m_started = false;
+};
+
+} // namespace zr310::ui

@@ -1,0 +1,251 @@
+#include "channel_panel.h"
+
+#include "common/texts.h"
+#include "common/twips.h"
+
+#include <QCheckBox>
+#include <QHeaderView>
+#include <QLabel>
+#include <QLineEdit>
+#include <QTableWidget>
+
+namespace zr310::ui {
+
+namespace {
+
+// The grid's heading line as it is first set up, before the language is
+// applied: a caption per column, then the row labels.
+constexpr std::array<std::string_view, kGridColumns> kFrameUpHeaders{
+    "信道",           "接收频率(MHz)", "接收CTC/DCS", "发射频率(MHz)", "发射CTC/DCS",
+    "扫描 删除/添加", "繁忙锁定 ",     "发射功率",    "  带宽"};
+
+// Fractions of the grid width per column, in hundredths; the last column
+// also gets w / 110.
+constexpr std::array<int, kGridColumns> kColumnPercent{10, 13, 11, 13, 11, 14, 9, 9, 8};
+
+constexpr double kHeaderRowTwips = 500;
+constexpr double kChannelRowTwips = 280;
+constexpr int kBoxColumnWidth = 46; // pixels per column of check boxes
+constexpr int kMargin = 6;
+
+// The cell words that a language switch translates in place.
+constexpr std::array<int, 8> kCellWordIds{1100, 1101, 1213, 1214, 1215, 1216, 1217, 1218};
+
+QString rowLabel(int n) {
+    return res(1203) + QLatin1Char(' ') + QString::number(n);
+}
+
+} // namespace
+
+ChannelPanel::ChannelPanel(QWidget* parent) : QGroupBox(parent) {
+    setObjectName(QStringLiteral("FraCHSet"));
+
+    m_grid = new QTableWidget(kGridRows, kGridColumns, this);
+    m_grid->setObjectName(QStringLiteral("channelGrid"));
+    m_grid->horizontalHeader()->hide();
+    m_grid->verticalHeader()->hide();
+    m_grid->verticalHeader()->setMinimumSectionSize(1);
+    m_grid->horizontalHeader()->setMinimumSectionSize(1);
+    m_grid->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    m_grid->setSelectionMode(QAbstractItemView::NoSelection);
+    m_grid->setFocusPolicy(Qt::StrongFocus);
+    m_grid->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    m_grid->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    m_grid->setWordWrap(true);
+
+    const QColor fixedBackground = palette().color(QPalette::Button);
+    for (int row = 0; row < kGridRows; ++row) {
+        for (int column = 0; column < kGridColumns; ++column) {
+            auto* item = new QTableWidgetItem;
+            item->setFlags(Qt::ItemIsEnabled);
+            item->setTextAlignment(Qt::AlignCenter);
+            if (row == 0 || column == kColLabel) {
+                item->setBackground(fixedBackground);
+            }
+            m_grid->setItem(row, column, item);
+        }
+    }
+
+    m_txtInputBox = new QLineEdit(m_grid->viewport());
+    m_txtInputBox->setObjectName(QStringLiteral("txtInputBox"));
+    m_txtInputBox->hide();
+
+    m_legendClose = new QLabel(this);
+    m_legendClose->setObjectName(QStringLiteral("LblLegendClose"));
+    m_legendNoTx = new QLabel(this);
+    m_legendNoTx->setObjectName(QStringLiteral("LblLegendNoTx"));
+    m_legendSimplex = new QLabel(this);
+    m_legendSimplex->setObjectName(QStringLiteral("LblLegendSimplex"));
+    for (QLabel* legend : {m_legendClose, m_legendNoTx, m_legendSimplex}) {
+        legend->setAlignment(Qt::AlignCenter);
+        legend->setWordWrap(true);
+    }
+
+    for (int i = 0; i < kChannelCount; ++i) {
+        const QString index = QString::number(i);
+        m_chkClose[i] = new QCheckBox(this);
+        m_chkClose[i]->setObjectName(QStringLiteral("chkClose_") + index);
+        m_chkForbidTx[i] = new QCheckBox(this);
+        m_chkForbidTx[i]->setObjectName(QStringLiteral("chkForbidTx_") + index);
+        m_chkSameFreq[i] = new QCheckBox(this);
+        m_chkSameFreq[i]->setObjectName(QStringLiteral("chkSameFreq_") + index);
+    }
+}
+
+void ChannelPanel::frameUp() {
+    m_grid->setRowCount(kGridRows);
+    m_grid->setColumnCount(kGridColumns);
+    for (int column = 0; column < kGridColumns; ++column) {
+        setCell(0, column, qs(kFrameUpHeaders[column]));
+    }
+    for (int n = 1; n <= kChannelCount; ++n) {
+        setCell(n, kColLabel, rowLabel(n));
+    }
+}
+
+void ChannelPanel::applyLanguage(Language from, Language to) {
+    setTitle(res(1200, to));
+    m_legendClose->setText(res(1201, to));
+    m_legendNoTx->setText(res(1202, to));
+    m_legendSimplex->setText(res(1212, to));
+    for (int column = 0; column < kGridColumns; ++column) {
+        setCell(0, column, res(1203 + column, to));
+    }
+    for (int n = 1; n <= kChannelCount; ++n) {
+        setCell(n, kColLabel, res(1203, to) + QLatin1Char(' ') + QString::number(n));
+    }
+    if (from == to) {
+        return;
+    }
+    for (int n = 1; n <= kChannelCount; ++n) {
+        for (int column = kColScan; column <= kColBandwidth; ++column) {
+            QTableWidgetItem* cell = m_grid->item(n, column);
+            for (int id : kCellWordIds) {
+                if (cell->text() == res(id, from)) {
+                    cell->setText(res(id, to));
+                    break;
+                }
+            }
+        }
+    }
+}
+
+void ChannelPanel::refresh(const RadioImage& image, bool narrowBandRadio, Language language) {
+    for (int n = 1; n <= kChannelCount; ++n) {
+        const ChannelTexts texts = decodeChannel(image, channelColumn(n), language);
+        setCell(n, kColRxFreq, qs(texts.rxFreq));
+        setCell(n, kColRxTone, qs(texts.rxTone));
+        setCell(n, kColTxFreq, qs(texts.txFreq));
+        setCell(n, kColTxTone, qs(texts.txTone));
+        setCell(n, kColScan, qs(texts.scan));
+        setCell(n, kColBusyLock, qs(texts.busyLock));
+        setCell(n, kColPower, qs(texts.power));
+        setCell(n, kColBandwidth, qs(texts.bandwidth));
+
+        const int i = n - 1;
+        m_chkClose[i]->setChecked(texts.close);
+        m_chkForbidTx[i]->setChecked(texts.noTx);
+        m_chkForbidTx[i]->setEnabled(!texts.close);
+        // Simplex: an open channel that transmits as it receives.
+        m_chkSameFreq[i]->setChecked(!texts.close && texts.rxFreq == texts.txFreq &&
+                                     texts.rxTone == texts.txTone);
+        colourChannel(n, texts, narrowBandRadio, language);
+    }
+}
+
+void ChannelPanel::colourChannel(int n, const ChannelTexts& texts, bool narrowBandRadio,
+                                 Language language) {
+    const QColor grey = systemGreyText();
+    if (texts.close) {
+        for (int column = kColRxFreq; column <= kColBandwidth; ++column) {
+            colourCell(n, column, grey);
+        }
+        return;
+    }
+    const QColor normal = m_grid->palette().color(QPalette::Text);
+    const QColor green = colorFromBgr(kCellGreen);
+    const QColor darkRed = colorFromBgr(kCellDarkRed);
+    const auto is = [language](const std::string& text, int id) {
+        return text == ResString(id, language);
+    };
+
+    colourCell(n, kColRxFreq, normal);
+    colourCell(n, kColRxTone, normal);
+    colourCell(n, kColTxFreq, texts.noTx ? grey : normal);
+    colourCell(n, kColTxTone, texts.noTx ? grey : normal);
+    colourCell(n, kColScan, is(texts.scan, 1218) ? green : darkRed);
+    if (texts.noTx) {
+        colourCell(n, kColBusyLock, grey);
+        colourCell(n, kColPower, grey);
+    } else {
+        colourCell(n, kColBusyLock, is(texts.busyLock, 1101) ? darkRed : green);
+        colourCell(n, kColPower, is(texts.power, 1214) ? green : darkRed);
+    }
+    if (narrowBandRadio) {
+        colourCell(n, kColBandwidth, colorFromBgr(kCellMidGrey));
+    } else {
+        colourCell(n, kColBandwidth, is(texts.bandwidth, 1216) ? green : darkRed);
+    }
+}
+
+QColor ChannelPanel::systemGreyText() const {
+    return palette().color(QPalette::Disabled, QPalette::WindowText);
+}
+
+void ChannelPanel::placeContents() {
+    const int top = fontMetrics().height() + kMargin;
+    const int boxesWidth = 3 * kBoxColumnWidth;
+    const int gridWidth = width() - 2 * kMargin - boxesWidth;
+    const int frame = m_grid->frameWidth();
+
+    // Column widths are fractions of the grid's width.
+    const double w = pixelsToTwips(gridWidth - 2 * frame);
+    int used = 0;
+    for (int column = 0; column < kGridColumns; ++column) {
+        double twips = w * kColumnPercent[column] / 100;
+        if (column == kColBandwidth) {
+            twips += w / 110;
+        }
+        int pixels = twipsToPixels(twips);
+        if (column == kColBandwidth) {
+            pixels = std::min(pixels, gridWidth - 2 * frame - used);
+        }
+        m_grid->setColumnWidth(column, pixels);
+        used += pixels;
+    }
+    const int headerHeight = twipsToPixels(kHeaderRowTwips);
+    const int rowHeight = twipsToPixels(kChannelRowTwips);
+    m_grid->setRowHeight(0, headerHeight);
+    for (int n = 1; n <= kChannelCount; ++n) {
+        m_grid->setRowHeight(n, rowHeight);
+    }
+    const int gridHeight = headerHeight + kChannelCount * rowHeight + 2 * frame;
+    m_grid->setGeometry(kMargin, top, gridWidth, gridHeight);
+
+    const int boxesLeft = kMargin + gridWidth;
+    const std::array<QLabel*, 3> legends{m_legendClose, m_legendNoTx, m_legendSimplex};
+    for (int k = 0; k < 3; ++k) {
+        legends[k]->setGeometry(boxesLeft + k * kBoxColumnWidth, top + frame, kBoxColumnWidth,
+                                headerHeight);
+    }
+    for (int i = 0; i < kChannelCount; ++i) {
+        const int rowTop = top + frame + headerHeight + i * rowHeight;
+        const std::array<QCheckBox*, 3> boxes{m_chkClose[i], m_chkForbidTx[i], m_chkSameFreq[i]};
+        for (int k = 0; k < 3; ++k) {
+            const QSize hint = boxes[k]->sizeHint();
+            boxes[k]->setGeometry(
+                boxesLeft + k * kBoxColumnWidth + (kBoxColumnWidth - hint.width()) / 2,
+                rowTop + (rowHeight - hint.height()) / 2, hint.width(), hint.height());
+        }
+    }
+}
+
+void ChannelPanel::setCell(int row, int column, const QString& text) {
+    m_grid->item(row, column)->setText(text);
+}
+
+void ChannelPanel::colourCell(int row, int column, const QColor& colour) {
+    m_grid->item(row, column)->setForeground(colour);
+}
+
+} // namespace zr310::ui

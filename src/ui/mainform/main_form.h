@@ -1,0 +1,158 @@
+#pragma once
+
+#include "frequency.h"
+#include "link_types.h"
+#include "radio_image.h"
+#include "string_table.h"
+
+#include <QLocale>
+#include <QMainWindow>
+#include <QPointer>
+#include <QString>
+
+#include <memory>
+
+class QLabel;
+class QScrollBar;
+class QToolBar;
+class QTranslator;
+
+namespace zr310 {
+struct TransferResult;
+}
+
+namespace zr310::ui {
+
+class ChannelPanel;
+class HelpWindow;
+class ModelPanel;
+class OptionsPanel;
+class TuningPanels;
+
+// How the program starts: the locale that picks the language, and the port
+// the radio is reached on ("sim" for the built-in simulated radio).
+struct StartOptions {
+    QLocale locale = QLocale::system();
+    QString portName = QStringLiteral("sim");
+
+    // The system locale, unless ZR310_LOCALE names another ("zh_CN", "en_US").
+    static StartOptions fromEnvironment();
+};
+
+// The program's main window `mainform`: menus, toolbar, status bar and the
+// content frame `Frame1` with the model, options and channel panels (and the
+// hidden tuning frames). It owns the process's one radio image.
+class MainForm : public QMainWindow {
+    Q_OBJECT
+public:
+    explicit MainForm(StartOptions options = {}, QWidget* parent = nullptr);
+    ~MainForm() override;
+
+    // Only Chinese as used in China starts in Chinese.
+    static Language languageForLocale(const QLocale& locale);
+
+    // Rebuilds the model panel, the channel grid and the option lists from
+    // the image (after a read or an open).
+    void ReFlashData();
+    // Puts the selected band's range into `lblBandRange`.
+    void InitSetData();
+    // Takes the selected band's limits into bandLimits().
+    void SetFreqRange();
+
+    RadioImage& image() { return m_image; }
+    const RadioImage& image() const { return m_image; }
+    LinkFlags& linkFlags() { return m_linkFlags; }
+    BandLimits bandLimits() const { return m_bandLimits; }
+    bool normalMode() const { return m_normalMode; }
+
+    // True when the image differs from the copy taken when the data was
+    // last opened, read or saved.
+    bool isModified() const;
+    QString currentFileName() const { return m_fileName; }
+
+    // The port transfers use: a device name, or "sim".
+    QString selectedPort() const { return m_portName; }
+    void setSelectedPort(const QString& portName) { m_portName = portName; }
+
+    // Opens or saves without a file dialog; a refused file is reported with
+    // a message box. Return whether the file was taken or written.
+    bool openFile(const QString& path);
+    bool saveFile(const QString& path);
+
+    // The inside of the window (below the menu bar) in twips.
+    QSizeF insideSizeTwips() const;
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+
+private:
+    struct Menus;
+
+    // Shell: menus, toolbar, status bar, language.
+    void createMenus();
+    void createToolbar();
+    void createStatusBar();
+    void ApplyLanguage();
+    void switchLanguage(int language);
+    void installQtTranslation();
+    void channelWindow();
+
+    // Layout and scrolling.
+    void createPanels();
+    void placePanels();
+    void updateScrollBars();
+    void moveFrame1(double leftTwips, double topTwips);
+
+    // Files.
+    void fileOpen();
+    bool fileSave();
+    bool fileSaveAs();
+    QString fileFilter() const;
+    QString initialFolder() const;
+    void takeReferenceCopy();
+
+    // Transfers.
+    void progRead();
+    void progWrite();
+    void progTest();
+    // Runs frmConnect; a radio that never answered is reported here.
+    TransferResult runTransfer(TransferKind kind);
+    void leaveTuningPanels();
+
+    // Dialogs and help.
+    void showPortDialog();
+    void showAbout();
+    void showHelp(bool index);
+
+    RadioImage m_image;
+    RadioImage m_reference;
+    LinkFlags m_linkFlags;
+    BandLimits m_bandLimits;
+    QString m_fileName;
+    QString m_lastOpenFolder;
+    QString m_portName;
+    bool m_normalMode = true;
+    Language m_shownLanguage = Language::English;
+
+    std::unique_ptr<Menus> m_menus;
+    QToolBar* m_toolbar = nullptr;
+    QLabel* m_statusPanel = nullptr;
+    QTranslator* m_qtTranslator = nullptr;
+
+    QWidget* m_viewport = nullptr;
+    QWidget* m_frame1 = nullptr;
+    ModelPanel* m_fraModel = nullptr;
+    OptionsPanel* m_fraFunction = nullptr;
+    ChannelPanel* m_fraChSet = nullptr;
+    TuningPanels* m_tuning = nullptr;
+    QScrollBar* m_vScroll = nullptr;
+    QScrollBar* m_hScroll = nullptr;
+    QWidget* m_picture2 = nullptr;
+    double m_frame1Left = 0;
+    double m_frame1Top = 0;
+
+    QPointer<HelpWindow> m_help;
+};
+
+} // namespace zr310::ui

@@ -1,0 +1,256 @@
+// The shell of the main window: menus, toolbar, status bar and the texts of
+// both languages.
+#include "channel_panel.h"
+#include "common/texts.h"
+#include "frmAbout/frm_about.h"
+#include "frmPort/frm_port.h"
+#include "help/help_window.h"
+#include "main_form.h"
+#include "menus.h"
+#include "model_panel.h"
+#include "options_panel.h"
+#include "toolbar_icons.h"
+#include "tuning_panels.h"
+
+#include <QAction>
+#include <QActionGroup>
+#include <QApplication>
+#include <QLabel>
+#include <QLibraryInfo>
+#include <QMenu>
+#include <QMenuBar>
+#include <QStatusBar>
+#include <QToolBar>
+#include <QTranslator>
+
+namespace zr310::ui {
+
+namespace {
+
+QAction* addItem(QMenu* menu, const char* name, const QKeySequence& shortcut = {}) {
+    QAction* action = menu->addAction(QString());
+    action->setObjectName(QString::fromLatin1(name));
+    action->setShortcut(shortcut);
+    return action;
+}
+
+QMenu* addMenu(QMenuBar* bar, const char* name) {
+    QMenu* menu = bar->addMenu(QString());
+    menu->setObjectName(QString::fromLatin1(name));
+    menu->menuAction()->setObjectName(QString::fromLatin1(name) + QStringLiteral("_action"));
+    return menu;
+}
+
+} // namespace
+
+void MainForm::createMenus() {
+    Menus& m = *m_menus;
+    QMenuBar* bar = menuBar();
+
+    m.menufile = addMenu(bar, "menufile");
+    m.menuFileopen = addItem(m.menufile, "menuFileopen", Qt::CTRL | Qt::Key_O);
+    m.menuFileClose = addItem(m.menufile, "menuFileClose");
+    m.menuFileClose->setVisible(false);
+    m.menuFilesave = addItem(m.menufile, "menuFilesave", Qt::CTRL | Qt::Key_S);
+    m.menuFilesaveas = addItem(m.menufile, "menuFilesaveas");
+    m.menufile->addSeparator();
+    m.menuFilePrint = addItem(m.menufile, "menuFilePrint", Qt::CTRL | Qt::Key_P);
+    m.menufile->addSeparator();
+    m.menuFileExit = addItem(m.menufile, "menuFileExit", Qt::CTRL | Qt::Key_E);
+
+    m.MenuEdit = addMenu(bar, "MenuEdit");
+    m.MenuEditCopy = addItem(m.MenuEdit, "MenuEditCopy", Qt::CTRL | Qt::Key_C);
+    m.menuEditPaste = addItem(m.MenuEdit, "menuEditPaste", Qt::CTRL | Qt::Key_V);
+
+    m.MenuProgram = addMenu(bar, "MenuProgram");
+    m.menuProgRead = addItem(m.MenuProgram, "menuProgRead", Qt::CTRL | Qt::Key_R);
+    m.menuProgWrite = addItem(m.MenuProgram, "menuProgWrite", Qt::CTRL | Qt::Key_W);
+    m.MenuProgram->addSeparator();
+    m.MenuProgTest = addItem(m.MenuProgram, "MenuProgTest", Qt::CTRL | Qt::Key_T);
+    m.MenuProgTest->setCheckable(true);
+
+    m.menuSetup = addMenu(bar, "menuSetup");
+    m.MenuCHfrm = addItem(m.menuSetup, "MenuCHfrm", Qt::Key_F5);
+    m.MenuCHfrm->setCheckable(true);
+    m.MenuCHfrm->setChecked(true);
+    m.menuSetup->addSeparator();
+    m.MenuRadioInfo = addItem(m.menuSetup, "MenuRadioInfo", Qt::Key_F6);
+
+    m.mnuSetup = addMenu(bar, "mnuSetup");
+    m.menuSetup_Port = addItem(m.mnuSetup, "menuSetup_Port", Qt::Key_F9);
+    m.mnuSetup_Lang = m.mnuSetup->addMenu(QString());
+    m.mnuSetup_Lang->setObjectName(QStringLiteral("mnuSetup_Lang"));
+    m.languageGroup = new QActionGroup(this);
+    m.languageGroup->setExclusive(true);
+    for (int k = 0; k < 2; ++k) {
+        QAction* item =
+            addItem(m.mnuSetup_Lang, k == 0 ? "mnuSetup_LangSet_0" : "mnuSetup_LangSet_1");
+        item->setCheckable(true);
+        m.languageGroup->addAction(item);
+        m.mnuSetup_LangSet[k] = item;
+        connect(item, &QAction::triggered, this, [this, k] { switchLanguage(k); });
+    }
+
+    m.menuhelp = addMenu(bar, "menuhelp");
+    m.menuhelptext = addItem(m.menuhelp, "menuhelptext");
+    m.menuHelpID = addItem(m.menuhelp, "menuHelpID");
+    m.menuhelp->addSeparator();
+    m.menuhelpAbout = addItem(m.menuhelp, "menuhelpAbout");
+
+    // Printing, the in-place editor's clipboard and the radio information
+    // window are not part of this window yet: their entries stay disabled.
+    for (QAction* later : {m.menuFilePrint, m.MenuEditCopy, m.menuEditPaste, m.MenuRadioInfo}) {
+        later->setEnabled(false);
+    }
+
+    connect(m.menuFileopen, &QAction::triggered, this, &MainForm::fileOpen);
+    connect(m.menuFilesave, &QAction::triggered, this, &MainForm::fileSave);
+    connect(m.menuFilesaveas, &QAction::triggered, this, &MainForm::fileSaveAs);
+    connect(m.menuFileExit, &QAction::triggered, this, &MainForm::close);
+    connect(m.menuProgRead, &QAction::triggered, this, &MainForm::progRead);
+    connect(m.menuProgWrite, &QAction::triggered, this, &MainForm::progWrite);
+    connect(m.MenuProgTest, &QAction::triggered, this, &MainForm::progTest);
+    connect(m.MenuCHfrm, &QAction::triggered, this, &MainForm::channelWindow);
+    connect(m.menuSetup_Port, &QAction::triggered, this, &MainForm::showPortDialog);
+    connect(m.menuhelptext, &QAction::triggered, this, [this] { showHelp(false); });
+    connect(m.menuHelpID, &QAction::triggered, this, [this] { showHelp(true); });
+    connect(m.menuhelpAbout, &QAction::triggered, this, &MainForm::showAbout);
+}
+
+void MainForm::createToolbar() {
+    using icons::ToolbarIcon;
+    Menus& m = *m_menus;
+    m_toolbar = addToolBar(QString());
+    m_toolbar->setObjectName(QStringLiteral("Toolbar1"));
+    m_toolbar->setMovable(false);
+    m_toolbar->setIconSize(QSize(24, 24));
+
+    struct Button {
+        int index;
+        int toolTipId;
+        ToolbarIcon icon;
+        QAction* same;
+    };
+    const std::array<Button, 6> buttons{{
+        {1, 1050, ToolbarIcon::Open, m.menuFileopen},
+        {2, 1051, ToolbarIcon::Save, m.menuFilesave},
+        {4, 1052, ToolbarIcon::Print, m.menuFilePrint},
+        {6, 1053, ToolbarIcon::Read, m.menuProgRead},
+        {7, 1054, ToolbarIcon::Write, m.menuProgWrite},
+        {9, 1055, ToolbarIcon::Port, m.menuSetup_Port},
+    }};
+    int k = 0;
+    for (const Button& button : buttons) {
+        if (button.index == 4 || button.index == 6 || button.index == 9) {
+            m_toolbar->addSeparator();
+        }
+        QAction* action = m_toolbar->addAction(icons::toolbarIcon(button.icon), QString());
+        action->setObjectName(QStringLiteral("Toolbar1_%1").arg(button.index));
+        action->setEnabled(button.same->isEnabled());
+        connect(action, &QAction::triggered, button.same, &QAction::trigger);
+        m.toolButtons[k++] = {button.index, button.toolTipId, action};
+    }
+}
+
+void MainForm::createStatusBar() {
+    QStatusBar* bar = statusBar();
+    bar->setObjectName(QStringLiteral("StatusBar1"));
+    m_statusPanel = new QLabel(bar);
+    m_statusPanel->setObjectName(QStringLiteral("StatusBar1_Panel1"));
+    bar->addWidget(m_statusPanel, 1);
+}
+
+void MainForm::ApplyLanguage() {
+    const Language language = currentLanguage();
+    const Language before = m_shownLanguage;
+    m_shownLanguage = language;
+    Menus& m = *m_menus;
+
+    setWindowTitle(res(1406));
+    const std::pair<QMenu*, int> menuCaptions[] = {
+        {m.menufile, 1000}, {m.MenuEdit, 1006},      {m.MenuProgram, 1009}, {m.menuSetup, 1013},
+        {m.mnuSetup, 1016}, {m.mnuSetup_Lang, 1018}, {m.menuhelp, 1021}};
+    for (const auto& [menu, id] : menuCaptions) {
+        menu->setTitle(res(id));
+    }
+    const std::pair<QAction*, int> itemCaptions[] = {
+        {m.menuFileopen, 1001},   {m.menuFilesave, 1002},        {m.menuFilesaveas, 1003},
+        {m.menuFilePrint, 1004},  {m.menuFileExit, 1005},        {m.MenuEditCopy, 1007},
+        {m.menuEditPaste, 1008},  {m.menuProgRead, 1010},        {m.menuProgWrite, 1011},
+        {m.MenuProgTest, 1012},   {m.MenuCHfrm, 1014},           {m.MenuRadioInfo, 1015},
+        {m.menuSetup_Port, 1017}, {m.mnuSetup_LangSet[0], 1019}, {m.mnuSetup_LangSet[1], 1020},
+        {m.menuhelptext, 1022},   {m.menuHelpID, 1023},          {m.menuhelpAbout, 1024}};
+    for (const auto& [action, id] : itemCaptions) {
+        action->setText(res(id));
+    }
+    for (const Menus::ToolButton& button : m.toolButtons) {
+        button.action->setToolTip(res(button.toolTipId));
+        button.action->setText(res(button.toolTipId));
+    }
+
+    m_fraModel->applyLanguage(language);
+    m_fraFunction->applyLanguage(m_image, language);
+    m_fraChSet->applyLanguage(before, language);
+    m_statusPanel->setText(res(1406));
+    m_tuning->applyLanguage(language);
+    placePanels();
+}
+
+void MainForm::switchLanguage(int language) {
+    if (language == gbytLang) {
+        return;
+    }
+    gbytLang = language;
+    installQtTranslation();
+    ApplyLanguage();
+    m_menus->mnuSetup_LangSet[language]->setChecked(true);
+    m_menus->mnuSetup_LangSet[1 - language]->setChecked(false);
+}
+
+// Qt's own words (the buttons of message boxes, the file dialogs) follow the
+// language too.
+void MainForm::installQtTranslation() {
+    if (m_qtTranslator != nullptr) {
+        QCoreApplication::removeTranslator(m_qtTranslator);
+        delete m_qtTranslator;
+        m_qtTranslator = nullptr;
+    }
+    if (currentLanguage() != Language::Chinese) {
+        return;
+    }
+    auto* translator = new QTranslator(this);
+    if (translator->load(QStringLiteral("qt_zh_CN"),
+                         QLibraryInfo::path(QLibraryInfo::TranslationsPath))) {
+        QCoreApplication::installTranslator(translator);
+        m_qtTranslator = translator;
+    } else {
+        delete translator;
+    }
+}
+
+void MainForm::channelWindow() {
+    m_menus->MenuCHfrm->setChecked(true);
+    m_menus->MenuProgTest->setChecked(false);
+    setWindowTitle(res(1406));
+    if (m_normalMode) {
+        return;
+    }
+    // The radio is left in its tuning state: the tuning exchange that takes
+    // it out is not part of this window yet.
+    leaveTuningPanels();
+}
+
+void MainForm::showAbout() {
+    FrmAbout dialog(this);
+    dialog.exec();
+}
+
+void MainForm::showHelp(bool index) {
+    if (m_help == nullptr) {
+        m_help = new HelpWindow(this);
+    }
+    m_help->showPage(index ? HelpWindow::Page::Index : HelpWindow::Page::Contents,
+                     currentLanguage());
+}
+
+} // namespace zr310::ui

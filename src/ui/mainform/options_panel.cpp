@@ -1,0 +1,104 @@
+#include "options_panel.h"
+
+#include "common/texts.h"
+
+#include <QComboBox>
+#include <QGridLayout>
+#include <QLabel>
+#include <QSignalBlocker>
+
+namespace zr310::ui {
+
+namespace {
+
+struct ListPlace {
+    OptionId id;
+    int labelId;
+    int row, group; // four groups of four lists, side by side
+};
+
+// Timers; beep, squelch, manual, battery; band width and scanning; scan
+// recovery and the Moni key.
+constexpr std::array<ListPlace, 16> kPlaces{{
+    {OptionId::CboTXLimit, 1304, 0, 0},
+    {OptionId::CboPreAlert, 1305, 1, 0},
+    {OptionId::CboTOTAgain, 1306, 2, 0},
+    {OptionId::CboTOTReset, 1307, 3, 0},
+    {OptionId::CboRing, 1308, 0, 1},
+    {OptionId::CboSQ, 1309, 1, 1},
+    {OptionId::CboHandModel, 1310, 2, 1},
+    {OptionId::CboBatFunction, 1311, 3, 1},
+    {OptionId::CboBandSel, 1211, 0, 2},
+    {OptionId::CboScan, 1312, 1, 2},
+    {OptionId::CboPriorityCH, 1313, 2, 2},
+    {OptionId::CboBakScan, 1314, 3, 2},
+    {OptionId::CboBakCH, 1315, 0, 3},
+    {OptionId::CboScanHold, 1316, 1, 3},
+    {OptionId::CboMoni, 1317, 2, 3},
+    {OptionId::CboPowSel, 1318, 3, 3},
+}};
+
+constexpr std::size_t indexOf(OptionId id) {
+    return static_cast<std::size_t>(id);
+}
+
+} // namespace
+
+OptionsPanel::OptionsPanel(QWidget* parent) : QGroupBox(parent) {
+    setObjectName(QStringLiteral("fraFunction"));
+    auto* grid = new QGridLayout(this);
+    grid->setContentsMargins(6, 2, 6, 4);
+    grid->setHorizontalSpacing(4);
+    grid->setVerticalSpacing(2);
+    for (const ListPlace& place : kPlaces) {
+        const QString name = qs(optionName(place.id));
+        auto* label = new QLabel(this);
+        label->setObjectName(QStringLiteral("Lbl") + name);
+        auto* list = new QComboBox(this);
+        list->setObjectName(name);
+        list->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+        list->setMinimumContentsLength(4);
+        label->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Preferred);
+        list->setMaxVisibleItems(15);
+        label->setBuddy(list);
+        grid->addWidget(label, place.row, place.group * 2);
+        grid->addWidget(list, place.row, place.group * 2 + 1);
+        grid->setColumnStretch(place.group * 2 + 1, 1);
+        m_labels[indexOf(place.id)] = label;
+        m_lists[indexOf(place.id)] = list;
+    }
+    // The priority channel must name a channel that exists and is in use.
+    list(OptionId::CboPriorityCH)
+        ->setToolTip(QStringLiteral("Must be not beyond Max Number of channels and only valid "
+                                    "when set to be not null channel"));
+}
+
+void OptionsPanel::applyLanguage(const RadioImage& image, Language language) {
+    setTitle(res(1303, language));
+    for (const ListPlace& place : kPlaces) {
+        m_labels[indexOf(place.id)]->setText(res(place.labelId, language));
+        fill(place.id, image, language, list(place.id)->currentIndex());
+    }
+}
+
+void OptionsPanel::refresh(const RadioImage& image, Language language) {
+    for (OptionId id : kAllOptions) {
+        fill(id, image, language, decodeOption(id, image));
+    }
+}
+
+bool OptionsPanel::narrowBandRadio() const {
+    return list(OptionId::CboBandSel)->currentIndex() == 1;
+}
+
+void OptionsPanel::fill(OptionId id, const RadioImage& image, Language language, int index) {
+    QComboBox* box = list(id);
+    const QSignalBlocker quiet(box);
+    box->clear();
+    for (const std::string& item : optionItems(id, image, language)) {
+        box->addItem(qs(item));
+    }
+    box->setCurrentIndex(std::clamp(index, 0, box->count() - 1));
+}
+
+} // namespace zr310::ui
