@@ -21,6 +21,9 @@ struct TuningItemInfo {
 
 inline constexpr int kTuningColumn = 0x5E;
 
+// Code of the tuning tree's "Exit tuning" node.
+inline constexpr std::uint8_t kLeaveTuningItemCode = 0xBB;
+
 inline constexpr std::array<TuningItemInfo, 5> kTuningItems{{
     {TuningItem::LowBattery, "low_battery", 0x11, 'B', 0},
     {TuningItem::Squelch9, "squelch9", 0x33, 'M', 1},

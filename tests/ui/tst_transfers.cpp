@@ -179,8 +179,16 @@ void TestTransfers::testModeAndBack() {
     QVERIFY(action(window.get(), "MenuProgTest")->isChecked());
     QVERIFY(!action(window.get(), "MenuCHfrm")->isChecked());
 
+    auto radioMode = [&radio] {
+        EmulatedRadio::Mode mode{};
+        radio->withRadio([&mode](EmulatedRadio& r) { mode = r.mode(); });
+        return mode;
+    };
+    QCOMPARE(radioMode(), EmulatedRadio::Mode::Tuning);
+
     window->setWindowTitle("tuning");
     action(window.get(), "MenuCHfrm")->trigger();
+    QTRY_VERIFY_WITH_TIMEOUT(radioMode() != EmulatedRadio::Mode::Tuning, 30000);
     QVERIFY(window->normalMode());
     QVERIFY(channels->isVisible());
     QVERIFY(!testChannels->isVisible());

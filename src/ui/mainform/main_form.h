@@ -118,6 +118,7 @@ private:
     void progTest();
     // Runs frmConnect; a radio that never answered is reported here.
     TransferResult runTransfer(TransferKind kind);
+    void sendLeaveTuningMode();
     void leaveTuningPanels();
 
     // Dialogs and help.

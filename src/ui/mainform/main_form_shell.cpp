@@ -235,8 +235,7 @@ void MainForm::channelWindow() {
     if (m_normalMode) {
         return;
     }
-    // The radio is left in its tuning state: the tuning exchange that takes
-    // it out is not part of this window yet.
+    sendLeaveTuningMode();
     leaveTuningPanels();
 }
 

@@ -9,7 +9,9 @@
 #include "model_panel.h"
 #include "options_panel.h"
 #include "ports.h"
+#include "tuning.h"
 #include "tuning_panels.h"
+#include "tuning_session.h"
 
 #include <QAction>
 
@@ -88,6 +90,16 @@ void MainForm::progTest() {
     m_fraChSet->hide();
     m_tuning->refreshTestChannels(m_image, currentLanguage());
     m_tuning->setShown(true);
+}
+
+// Takes the radio out of its tuning state. Nothing waits for the answer: the
+// channel view is back at once, and a radio that does not answer is simply
+// left as it was.
+void MainForm::sendLeaveTuningMode() {
+    auto* session = new TuningSession(m_portName, this);
+    connect(session, &TuningSession::finished, session, &QObject::deleteLater);
+    if (!session->run(TuneCommand::Leave, kLeaveTuningItemCode, 0))
+        session->deleteLater();
 }
 
 // Back to the channel view without talking to the radio.
