@@ -6,6 +6,7 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QRandomGenerator>
+#include <QStringList>
 #include <QTemporaryDir>
 
 #include <fstream>
@@ -36,6 +37,13 @@ inline CommandRun runCommand(
     run.out = out.str();
     run.err = err.str();
     return run;
+}
+
+inline std::vector<std::string> argList(const QStringList& args) {
+    std::vector<std::string> list;
+    for (const QString& arg : args)
+        list.push_back(arg.toStdString());
+    return list;
 }
 
 inline RadioImage randomImage(QRandomGenerator& random) {

@@ -30,11 +30,8 @@ void writeBytes(const fs::path& path, const Bytes& bytes) {
         .write(reinterpret_cast<const char*>(bytes.data()), std::streamsize(bytes.size()));
 }
 
-QStringList entries(const fs::path& dir) {
-    QStringList names;
-    for (const auto& entry : fs::directory_iterator(dir))
-        names << QString::fromStdString(entry.path().filename().string());
-    return names;
+int entryCount(const fs::path& dir) {
+    return int(std::distance(fs::directory_iterator(dir), fs::directory_iterator()));
 }
 
 } // namespace
@@ -52,56 +49,47 @@ private slots:
         fs::create_directory(m_dir);
     }
 
-    void savesAndOpensByName_data() {
+    // Opening by name: a saved file (replacing an older one) opens back in the
+    // format its name chooses; anything else is refused and changes nothing.
+    void opensByName_data() {
         QTest::addColumn<QString>("name");
-        QTest::addColumn<int>("size");
-        for (const char* name : {"ZR-310.k720", "UPPER.K720", "no-extension", "a.bin.k720"})
-            QTest::newRow(name) << name << 1360;
-        for (const char* name : {"image.bin", "IMAGE.Bin"})
-            QTest::newRow(name) << name << 1024;
-    }
-    void savesAndOpensByName() {
-        QFETCH(QString, name);
-        QFETCH(int, size);
-        const fs::path path = m_dir / name.toStdString();
-        const RadioImage image = randomImage(m_rng);
-        writeBytes(path, Bytes(5000, 'x')); // an older file that the save replaces
-        QVERIFY(saveImageFile(path, image, {}).ok());
-        const Bytes bytes = readBytes(path);
-        QCOMPARE(int(bytes.size()), size);
-        if (size == 1024) // radio address order: column c, block b at c * 8 + b
-            QCOMPARE(bytes[0x5A * 8 + 2], image.at(0x5A, 2));
-        RadioImage back = randomImage(m_rng);
-        QVERIFY(openImageFile(path, back).ok());
-        QVERIFY(back == image);
-        QCOMPARE(entries(m_dir), QStringList{name});
-    }
-
-    void refusesWhatItCannotOpen_data() {
-        QTest::addColumn<QString>("name");
-        QTest::addColumn<int>("size"); // -1: nothing there, -2: a directory
+        QTest::addColumn<bool>("save");
+        QTest::addColumn<int>("size"); // of the saved file, or written; -1 none, -2 a folder
         QTest::addColumn<FileError>("error");
-        QTest::newRow("missing") << "a.k720" << -1 << FileError::CannotRead;
-        QTest::newRow("directory") << "a.k720" << -2 << FileError::CannotRead;
-        QTest::newRow("huge") << "a.k720" << (1 << 20) << FileError::IncorrectFileType;
-        QTest::newRow("raw 1023") << "a.bin" << 1023 << FileError::IncorrectFileType;
-        QTest::newRow("raw 1360") << "a.bin" << 1360 << FileError::IncorrectFileType;
+        QTest::newRow("data file") << "ZR-310.k720" << true << 1360 << FileError::None;
+        QTest::newRow("last extension counts") << "a.bin.k720" << true << 1360 << FileError::None;
+        QTest::newRow("raw image") << "image.bin" << true << 1024 << FileError::None;
+        QTest::newRow("raw image, any case") << "IMAGE.Bin" << true << 1024 << FileError::None;
+        QTest::newRow("missing") << "a.k720" << false << -1 << FileError::CannotRead;
+        QTest::newRow("directory") << "a.k720" << false << -2 << FileError::CannotRead;
+        QTest::newRow("huge") << "a.k720" << false << (1 << 20) << FileError::IncorrectFileType;
+        QTest::newRow("raw 1023") << "a.bin" << false << 1023 << FileError::IncorrectFileType;
+        QTest::newRow("raw 1360") << "a.bin" << false << 1360 << FileError::IncorrectFileType;
     }
-    void refusesWhatItCannotOpen() {
+    void opensByName() {
         QFETCH(QString, name);
+        QFETCH(bool, save);
         QFETCH(int, size);
         QFETCH(FileError, error);
         const fs::path path = m_dir / name.toStdString();
+        const RadioImage saved = randomImage(m_rng), before = randomImage(m_rng);
         if (size == -2)
             fs::create_directory(path);
         else if (size >= 0)
-            writeBytes(path, Bytes(std::size_t(size), 'Q'));
-        const RadioImage before = randomImage(m_rng);
+            writeBytes(path, Bytes(save ? 5000 : std::size_t(size), 'Q'));
+        if (save) {
+            QVERIFY(saveImageFile(path, saved, {}).ok());
+            const Bytes bytes = readBytes(path);
+            QCOMPARE(int(bytes.size()), size);
+            if (size == 1024) // radio address order: column c, block b at c * 8 + b
+                QCOMPARE(bytes[0x5A * 8 + 2], saved.at(0x5A, 2));
+        }
         RadioImage image = before;
         const FileResult result = openImageFile(path, image);
         QCOMPARE(result.error, error);
-        QVERIFY(!result.detail.empty());
-        QVERIFY(image == before);
+        QCOMPARE(result.detail.empty(), save);
+        QVERIFY(image == (save ? saved : before));
+        QCOMPARE(entryCount(m_dir), size == -1 ? 0 : 1);
     }
 
     // Damaged and random files: the opener takes exactly the well-formed ones
@@ -109,15 +97,10 @@ private slots:
     void opensOnlyWellFormedFiles() {
         const RadioImage before = randomImage(m_rng);
         const FileImage file = toFileImage(randomImage(m_rng), {});
-        const Bytes valid(file.begin(), file.end());
-        std::vector<Bytes> fixed = {Bytes(valid.begin(), valid.end() - 1), valid, valid};
-        fixed[1].push_back(0);
-        std::copy_n("qk720m", 6, fixed[2].begin() + 4);
-        for (int i = 4; i < 10; ++i)
-            fixed.emplace_back(valid)[i] = 'X';
         const auto pick = [&](std::size_t n) { return std::size_t(m_rng() % n); };
-        const auto damaged = [&](int round) {
-            Bytes bytes = valid;
+        int accepted = 0;
+        for (int round = 0; round < 5000; ++round) {
+            Bytes bytes(file.begin(), file.end());
             if (round % 4 == 0) { // noise of about the right size, sometimes tagged
                 bytes.resize(1300 + pick(121));
                 std::generate(bytes.begin(), bytes.end(), m_rng);
@@ -129,11 +112,6 @@ private slots:
                 for (std::size_t n = 1 + pick(8); n > 0; --n)
                     bytes[round % 4 == 1 ? pick(bytes.size()) : 4 + pick(6)] ^= 1 << pick(8);
             }
-            return bytes;
-        };
-        int accepted = 0;
-        for (int round = 0; round < 20000; ++round) {
-            const Bytes bytes = round < int(fixed.size()) ? fixed[round] : damaged(round);
             const bool wellFormed =
                 bytes.size() == 1360 && std::equal(bytes.begin() + 4, bytes.begin() + 10, "QK720M");
             RadioImage image = before;
@@ -146,7 +124,7 @@ private slots:
             QCOMPARE(image == before, !wellFormed);
             accepted += wellFormed;
         }
-        QVERIFY(accepted > 2000);
+        QVERIFY(accepted > 500);
     }
 
 #ifdef Q_OS_UNIX
@@ -163,45 +141,31 @@ private slots:
         QVERIFY(saveDataFile(path, randomImage(m_rng), {}).ok());
         const Bytes old = readBytes(path);
         std::optional<FileResult> result;
-        if (how == 0)
-            result = saveInLockedDirectory(path);
-        else if (how == 1)
-            result = saveWithSizeLimit(path);
-        else if (fs::create_directories(m_dir / "taken" / "inside"))
+        if (how == 0) { // root writes anywhere: save as a plain user
+            const bool root = geteuid() == 0;
+            fs::permissions(m_dir, fs::perms::owner_read | fs::perms::owner_exec);
+            if (!root || seteuid(65534) == 0)
+                result = saveDataFile(path, RadioImage{}, {});
+            if (root && seteuid(0) != 0)
+                qFatal("cannot regain root rights");
+            fs::permissions(m_dir, fs::perms::owner_all);
+        } else if (how == 1) { // the write stops after 100 bytes
+            rlimit saved{};
+            getrlimit(RLIMIT_FSIZE, &saved);
+            const rlimit small{100, saved.rlim_max};
+            const auto handler = std::signal(SIGXFSZ, SIG_IGN);
+            setrlimit(RLIMIT_FSIZE, &small);
+            result = saveDataFile(path, RadioImage{}, {});
+            setrlimit(RLIMIT_FSIZE, &saved);
+            std::signal(SIGXFSZ, handler);
+        } else if (fs::create_directories(m_dir / "taken" / "inside")) {
             result = saveDataFile(m_dir / "taken", RadioImage{}, {});
+        }
         if (!result)
             QSKIP("cannot give up root rights");
         QCOMPARE(result->error, FileError::CannotWrite);
         QCOMPARE(readBytes(path), old);
-        QCOMPARE(entries(m_dir).size(), how == 2 ? 2 : 1);
-    }
-#endif
-
-private:
-#ifdef Q_OS_UNIX
-    std::optional<FileResult> saveInLockedDirectory(const fs::path& path) {
-        const bool root = geteuid() == 0; // root writes anywhere: save as a plain user
-        fs::permissions(m_dir, fs::perms::owner_read | fs::perms::owner_exec);
-        std::optional<FileResult> result;
-        if (!root || seteuid(65534) == 0)
-            result = saveDataFile(path, RadioImage{}, {});
-        if (root && seteuid(0) != 0)
-            qFatal("cannot regain root rights");
-        fs::permissions(m_dir, fs::perms::owner_all);
-        return result;
-    }
-
-    // The write stops after 100 bytes.
-    std::optional<FileResult> saveWithSizeLimit(const fs::path& path) {
-        rlimit saved{};
-        getrlimit(RLIMIT_FSIZE, &saved);
-        const rlimit small{100, saved.rlim_max};
-        const auto handler = std::signal(SIGXFSZ, SIG_IGN);
-        setrlimit(RLIMIT_FSIZE, &small);
-        FileResult result = saveDataFile(path, RadioImage{}, {});
-        setrlimit(RLIMIT_FSIZE, &saved);
-        std::signal(SIGXFSZ, handler);
-        return result;
+        QCOMPARE(entryCount(m_dir), how == 2 ? 2 : 1);
     }
 #endif
 };

@@ -43,6 +43,12 @@ inline QStringList qsl(const std::vector<std::string>& texts) {
     return list;
 }
 
+// The linear offset of a radio address, from the memory map: address c * 8 + b
+// is column c, block b, kept at b * 128 + c.
+inline int linearOf(int address) {
+    return (address % 8) * 128 + address / 8;
+}
+
 // Reproducible noise, so that kept bits are tested on ones and zeros alike.
 inline RadioImage noiseImage(quint32 seed) {
     QRandomGenerator rng(seed);
@@ -61,12 +67,13 @@ inline QList<int> changedOffsets(const RadioImage& before, const RadioImage& aft
     return offsets;
 }
 
-// The linear offsets of the eight bytes of a column.
-inline QList<int> columnOffsets(int column) {
-    QList<int> offsets;
-    for (int block = 0; block < 8; ++block)
-        offsets << block * 128 + column;
-    return offsets;
+// True when every byte that differs lies at one of the allowed linear offsets.
+inline bool changedOnlyAt(const RadioImage& before, const RadioImage& after,
+                          const QList<int>& allowed) {
+    for (int offset : changedOffsets(before, after))
+        if (!allowed.contains(offset))
+            return false;
+    return true;
 }
 
 } // namespace zr310::test
