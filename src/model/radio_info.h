@@ -21,7 +21,8 @@ inline constexpr int kWriteDateAddress = 0x3C0; // 14 ASCII digits, 0x3C0..0x3CD
 inline constexpr int kRadioIdAddress = 0x3E0;   // 16 single-byte characters
 
 // The radio identifier (UTF-8). Bytes 0x00 and 0xFF are no characters, and the
-// byte after each of them is passed over too, as the radio's software reads it.
+// byte after each of them in the same column is passed over too, as the
+// radio's software reads it.
 std::string decodeRadioId(const RadioImage& image);
 
 // "2007-09-21, 15:30:00", or nothing when the first byte is 0x00 or 0xFF.
