@@ -38,6 +38,10 @@ constexpr std::uint8_t toVersion10Layout(std::uint8_t option) {
     return static_cast<std::uint8_t>((option & 0x78) << 1);
 }
 
+inline bool isAck(std::span<const std::uint8_t> reply) {
+    return reply.size() == 1 && reply[0] == kAck;
+}
+
 Packet makePacket(std::span<const std::uint8_t> bytes);
 Packet readBlockPacket(int address);
 Packet writeBlockPacket(int address, const RadioImage& image);

@@ -4,7 +4,7 @@
 #include "radio_image.h"
 #include "virtual_link.h"
 
-#include <QtGlobal>
+#include <algorithm>
 #include <vector>
 
 namespace zr310::test {
@@ -21,23 +21,23 @@ inline RadioImage patternedImage(int seed) {
     return RadioImage::fromRadioOrder(patternedMemory(seed));
 }
 
-// Radio addresses of the block packets ("R" or "W" with length 8) sent.
-inline std::vector<int> blockAddressesSent(const VirtualLink& link) {
-    std::vector<int> addresses;
-    for (const auto& s : link.sent()) {
-        const bool block = (s.bytes.size() == 4 && s.bytes[0] == 'R') ||
-                           (s.bytes.size() == 12 && s.bytes[0] == 'W');
-        if (block)
-            addresses.push_back(s.bytes[1] * 256 + s.bytes[2]);
-    }
-    return addresses;
-}
-
+// Block addresses first, first + 8, ..., last.
 inline std::vector<int> addressRange(int first, int last) {
     std::vector<int> addresses;
     for (int a = first; a <= last; a += 8)
         addresses.push_back(a);
     return addresses;
+}
+
+// The 38 blocks a write sends: the channels, four option blocks, the date.
+inline std::vector<int> writeBlocks() {
+    auto blocks = addressRange(0x000, 0x0F8);
+    blocks.insert(blocks.end(), {0x2B0, 0x2B8, 0x2D0, 0x2D8, 0x3C0, 0x3C8});
+    return blocks;
+}
+
+inline bool inBlocks(int address, const std::vector<int>& blocks) {
+    return std::find(blocks.begin(), blocks.end(), address & ~7) != blocks.end();
 }
 
 } // namespace zr310::test

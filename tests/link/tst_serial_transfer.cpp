@@ -1,10 +1,9 @@
 // The serial layer end to end: QSerialPort on one side of a pseudo-terminal,
-// the emulated radio on the other, served by a thread of this process. The
-// faults and the radio-information transfer are run end to end against
-// zr310-sim by the zr310-cli tests.
+// the emulated radio on the other, served by a thread of this process. Reads,
+// writes, the radio-information transfer and the faults are run end to end
+// against zr310-sim by the zr310-cli tests; the tuning kinds are run here.
 
 #include "link_test_util.h"
-#include "packets.h"
 #include "ports.h"
 #include "serial_transfer.h"
 #include "simulated_radio.h"
@@ -16,50 +15,32 @@
 using namespace zr310;
 using namespace zr310::test;
 
-Q_DECLARE_METATYPE(zr310::TransferKind)
-Q_DECLARE_METATYPE(zr310::TransferOutcome)
-
 namespace {
 
 // Waiting for the end is generous: a loaded machine may be slow, but every
 // path ends by the engine's own watchdog.
 constexpr int kPatience = 60'000;
 
-std::vector<int> writeBlocks() {
-    auto blocks = addressRange(0x000, 0x0F8);
-    blocks.insert(blocks.end(), {0x2B0, 0x2B8, 0x2D0, 0x2D8, 0x3C0, 0x3C8});
-    return blocks;
-}
-
-bool inBlocks(int address, const std::vector<int>& blocks) {
-    return std::find(blocks.begin(), blocks.end(), address & ~7) != blocks.end();
-}
-
-struct Bench {
-    std::unique_ptr<SimulatedRadio> radio;
-    QString port;
-};
-
-Bench startRadio(const EmulatedRadio::Memory& memory, const QString& fault = "none",
-                 bool version10 = false, bool lineDelay = false) {
-    const auto parsed = RadioFault::parse(fault.toStdString());
-    Bench bench;
-    bench.radio = std::make_unique<SimulatedRadio>(memory, EmulatedRadioOptions{version10, *parsed},
-                                                   PtyServerOptions{lineDelay});
+std::unique_ptr<SimulatedRadio> startRadio(const EmulatedRadio::Memory& memory,
+                                           bool lineDelay = false) {
+    auto radio = std::make_unique<SimulatedRadio>(memory, EmulatedRadioOptions{},
+                                                  PtyServerOptions{lineDelay});
     std::string error;
-    if (bench.radio->start(error))
-        bench.port = QString::fromStdString(bench.radio->devicePath());
-    else
-        qWarning("no pseudo-terminal: %s", error.c_str());
-    return bench;
+    if (!radio->start(error))
+        qFatal("no pseudo-terminal: %s", error.c_str());
+    return radio;
 }
 
-template <typename Transfer> TransferResult run(Transfer& transfer) {
-    QSignalSpy finished(&transfer, &Transfer::finished);
+QString port(const SimulatedRadio& radio) {
+    return QString::fromStdString(radio.devicePath());
+}
+
+TransferResult run(SerialTransfer& transfer) {
+    QSignalSpy finished(&transfer, &SerialTransfer::finished);
     transfer.start();
     if (!finished.wait(kPatience))
         return {};
-    return finished.first().first().template value<TransferResult>();
+    return finished.first().first().value<TransferResult>();
 }
 
 } // namespace
@@ -68,157 +49,77 @@ class TestSerialTransfer : public QObject {
     Q_OBJECT
 
 private slots:
-    void transfers_data();
-    void transfers();
-    void declinedWriteSendsNothing();
-    void tuning();
-    void missingPort();
+    void enterTuningAndTune();
     void ports();
 };
 
-void TestSerialTransfer::transfers_data() {
-    QTest::addColumn<TransferKind>("kind");
-    QTest::addColumn<bool>("lineDelay");
-    QTest::newRow("read, paced line") << TransferKind::Read << true;
-    QTest::newRow("write") << TransferKind::Write << false;
-    QTest::newRow("write, paced line") << TransferKind::Write << true;
-    QTest::newRow("enter tuning") << TransferKind::EnterTuning << false;
-    QTest::newRow("write tuning") << TransferKind::WriteTuning << false;
-}
-
-void TestSerialTransfer::transfers() {
-    QFETCH(TransferKind, kind);
-    QFETCH(bool, lineDelay);
-    const auto radioBefore = patternedMemory(21);
-    auto bench = startRadio(radioBefore, "none", false, lineDelay);
-    QVERIFY(!bench.port.isEmpty());
-
-    const RadioImage pcBefore = patternedImage(55);
-    RadioImage image = pcBefore;
-    LinkFlags flags;
-    SerialTransfer transfer(kind, bench.port, image, flags);
-    transfer.setClock([] { return DateTime{2008, 3, 7, 9, 5, 3}; });
-    QSignalSpy progress(&transfer, &SerialTransfer::progress);
-    const auto result = run(transfer);
-
-    QCOMPARE(result.outcome, TransferOutcome::Completed);
-    QCOMPARE(result.blockCounter, 200);
-    QCOMPARE(result.messageId, 0);
-    QVERIFY(!progress.isEmpty());
-    QCOMPARE(progress.last().at(0).toInt(), progressMaximum(kind));
-    QCOMPARE(progress.last().at(1).toInt(), progressMaximum(kind));
-
-    const auto radioAfter = bench.radio->memory();
-    for (int a = 0; a < 1024; ++a) {
-        switch (kind) {
-        case TransferKind::Read: // all but the last block, fetched and not kept
-            QCOMPARE(image.atAddress(a), a < 0x3F8 ? radioBefore[a] : pcBefore.atAddress(a));
-            break;
-        case TransferKind::Write:
-            QCOMPARE(radioAfter[a],
-                     inBlocks(a, writeBlocks()) ? image.atAddress(a) : radioBefore[a]);
-            break;
-        case TransferKind::EnterTuning: {
-            const bool stored = (a >= 0x100 && a < 0x1B0) || (a >= 0x2F0 && a < 0x300);
-            QCOMPARE(image.atAddress(a), stored ? radioBefore[a] : pcBefore.atAddress(a));
-            break;
-        }
-        case TransferKind::WriteTuning:
-            QCOMPARE(radioAfter[a],
-                     a >= 0x100 && a < 0x1B0 ? pcBefore.atAddress(a) : radioBefore[a]);
-            break;
-        }
-    }
-    if (kind == TransferKind::Write) {
-        const std::string stamp(reinterpret_cast<const char*>(&radioAfter[0x3C0]), 14);
-        QCOMPARE(stamp, std::string("20080307090503"));
-    }
-}
-
-void TestSerialTransfer::declinedWriteSendsNothing() {
-    const auto radioBefore = patternedMemory(3);
-    auto bench = startRadio(radioBefore, "none", true);
-    QVERIFY(!bench.port.isEmpty());
-    RadioImage image = patternedImage(4);
-    LinkFlags flags;
-    flags.version10Continue = true; // an earlier OK, then Cancel now
-    int asked = 0;
-    SerialTransfer transfer(TransferKind::Write, bench.port, image, flags);
-    transfer.setVersion10Warning([&](LinkFlags& f) {
-        ++asked;
-        f.skipVersion10Check = f.version10Continue = f.version10DontShow = false;
-    });
-    const auto result = run(transfer);
-    QCOMPARE(asked, 1);
-    QCOMPARE(result.outcome, TransferOutcome::Declined);
-    QCOMPARE(result.messageId, 0);
-    QVERIFY(flags.radioIsVersion10);
-    QCOMPARE(bench.radio->memory(), radioBefore);
-    int written = -1;
-    bench.radio->withRadio([&](EmulatedRadio& r) { written = r.blocksWritten(); });
-    QCOMPARE(written, 0);
-}
-
-void TestSerialTransfer::tuning() {
+void TestSerialTransfer::enterTuningAndTune() {
     auto memory = patternedMemory(6);
     memory[0x2F1] = 0x20; // 9th squelch level
-    auto bench = startRadio(memory);
-    QVERIFY(!bench.port.isEmpty());
+    auto radio = startRadio(memory, true);
     RadioImage image;
     LinkFlags flags;
-    SerialTransfer enter(TransferKind::EnterTuning, bench.port, image, flags);
+    SerialTransfer enter(TransferKind::EnterTuning, port(*radio), image, flags);
+    QSignalSpy progress(&enter, &SerialTransfer::progress);
     QCOMPARE(run(enter).outcome, TransferOutcome::Completed);
+    QCOMPARE(progress.last().at(0).toInt(), 24);
+    for (int a = 0x100; a < 0x300; ++a)
+        QCOMPARE(image.atAddress(a), a < 0x1B0 || a >= 0x2F0 ? memory[a] : 0);
 
+    // One exchange at a time on the port the transfer left in tuning mode:
+    // squelch 9 (item 0x33, stored at 0x2F1) and squelch 3 (item 0x55).
     using Result = TuningExchange::Result;
-    TuningSession tuning(bench.port);
+    TuningSession tuning(port(*radio));
     QSignalSpy finished(&tuning, &TuningSession::finished);
     const struct {
         TuneCommand command;
-        int value;
+        int item, value;
         Result result;
+        int stored; // at 0x2F1 afterwards
     } steps[] = {
-        {TuneCommand::Enter, 0, Result::ValueReported},
-        {TuneCommand::Value, 0x44, Result::Acknowledged},
-        {TuneCommand::Confirm, 0x45, Result::Acknowledged},
-        {TuneCommand::Value, 1, Result::Refused},
-        {TuneCommand::Leave, 0, Result::Acknowledged},
-        {TuneCommand::Enter, 0, Result::NoAnswer},
+        {TuneCommand::Enter, 0x33, 0, Result::ValueReported, 0x20},
+        {TuneCommand::Value, 0x33, 0x44, Result::Acknowledged, 0x20}, // live until confirmed
+        {TuneCommand::Cancel, 0x33, 0, Result::Acknowledged, 0x20},
+        {TuneCommand::Value, 0x33, 0x43, Result::Refused, 0x20}, // no item entered
+        {TuneCommand::Enter, 0x33, 0, Result::ValueReported, 0x20},
+        {TuneCommand::Confirm, 0x55, 0x45, Result::Refused, 0x20}, // another item
+        {TuneCommand::Confirm, 0x33, 0x45, Result::Acknowledged, 0x45},
+        {TuneCommand::Value, 0xBB, 1, Result::Invalid, 0x45}, // not a tuning item: not sent
+        {TuneCommand::Leave, 0xBB, 0, Result::Acknowledged, 0x45},
+        {TuneCommand::Enter, 0x33, 0, Result::NoAnswer, 0x45}, // tuning mode has ended
     };
     for (const auto& step : steps) {
         finished.clear();
-        QVERIFY(tuning.run(step.command, 0x33, std::uint8_t(step.value)));
-        QVERIFY(finished.wait(kPatience));
+        QVERIFY(tuning.run(step.command, std::uint8_t(step.item), std::uint8_t(step.value)));
+        if (finished.isEmpty()) // an invalid exchange ends at once
+            QVERIFY(finished.wait(kPatience));
         QCOMPARE(finished.first().first().value<Result>(), step.result);
         if (step.result == Result::ValueReported)
             QCOMPARE(finished.first().at(1).toInt(), 0x20);
+        QCOMPARE(int(radio->memory()[0x2F1]), step.stored);
     }
-    QCOMPARE(bench.radio->memory()[0x2F1], std::uint8_t(0x45));
-}
-
-void TestSerialTransfer::missingPort() {
-    RadioImage image;
-    LinkFlags flags;
-    SerialTransfer transfer(TransferKind::Read, "/dev/zr310-no-such-port", image, flags);
-    const auto result = run(transfer);
-    QCOMPARE(result.outcome, TransferOutcome::NoResponse);
-    QCOMPARE(noResponseText("COM1", Language::English),
-             QString("COM1Port has no response, please check connection \r\r\nand Power!"));
 }
 
 void TestSerialTransfer::ports() {
-    auto bench = startRadio(patternedMemory(0));
-    QVERIFY(!bench.port.isEmpty());
-    QVERIFY(probePort(bench.port));
+    const auto radioBefore = patternedMemory(0);
+    auto radio = startRadio(radioBefore);
+    QVERIFY(probePort(port(*radio)));
     QVERIFY(!probePort("/dev/zr310-no-such-port"));
-    // The probe's modem command means nothing to the radio: a read still works.
-    RadioImage image;
+    // The probe's modem command means nothing to the radio: a transfer still works.
+    const RadioImage image = patternedImage(55);
+    RadioImage sent = image;
     LinkFlags flags;
-    SerialTransfer transfer(TransferKind::WriteTuning, bench.port, image, flags);
-    QCOMPARE(run(transfer).outcome, TransferOutcome::Completed);
+    SerialTransfer write(TransferKind::WriteTuning, port(*radio), sent, flags);
+    QCOMPARE(run(write).outcome, TransferOutcome::Completed);
+    for (int a = 0; a < 0x400; ++a)
+        QCOMPARE(radio->memory()[a], a >= 0x100 && a < 0x1B0 ? image.atAddress(a) : radioBefore[a]);
+
+    SerialTransfer missing(TransferKind::Read, "/dev/zr310-no-such-port", sent, flags);
+    QCOMPARE(run(missing).outcome, TransferOutcome::NoResponse);
+    QCOMPARE(noResponseText("COM1", Language::English),
+             QString("COM1Port has no response, please check connection \r\r\nand Power!"));
 #ifdef Q_OS_LINUX
-    QCOMPARE(portNameForSelectedPort(1), QString("/dev/ttyS0"));
     QCOMPARE(resolvePortName("COM4"), QString("/dev/ttyS3"));
-    QCOMPARE(resolvePortName("/dev/ttyUSB0"), QString("/dev/ttyUSB0"));
 #endif
     QVERIFY(resolvePortName(kSimulatedPortName).startsWith("/dev/"));
 }

@@ -6,20 +6,24 @@
 
 namespace zr310::test {
 
+Bytes radioAnswer(EmulatedRadio& radio, std::span<const std::uint8_t> packet) {
+    Bytes reply;
+    for (const std::uint8_t byte : packet) {
+        const auto part = radio.receive(byte);
+        reply.insert(reply.end(), part.begin(), part.end());
+    }
+    return reply;
+}
+
 void VirtualLink::setRadio(EmulatedRadio& radio) {
     m_responder = [&radio](int, std::span<const std::uint8_t> packet) {
-        Bytes reply;
-        for (const std::uint8_t byte : packet) {
-            const auto part = radio.receive(byte);
-            reply.insert(reply.end(), part.begin(), part.end());
-        }
-        return reply;
+        return radioAnswer(radio, packet);
     };
 }
 
 bool VirtualLink::run(Nanos limit) {
     apply(m_engine.start());
-    while (!m_finished) {
+    while (!m_finishedAt) {
         // The earliest of: a reply arriving, the send timer, the watchdog.
         std::optional<Nanos> next;
         auto consider = [&](std::optional<Nanos> at) {
@@ -28,7 +32,7 @@ bool VirtualLink::run(Nanos limit) {
         };
         const auto arrival =
             std::min_element(m_arrivals.begin(), m_arrivals.end(),
-                             [](const Arrival& a, const Arrival& b) { return a.at < b.at; });
+                             [](const Sent& a, const Sent& b) { return a.at < b.at; });
         if (arrival != m_arrivals.end())
             consider(arrival->at);
         consider(m_sendDue);
@@ -40,7 +44,7 @@ bool VirtualLink::run(Nanos limit) {
             const Bytes bytes = arrival->bytes;
             m_arrivals.erase(arrival);
             deliver(bytes);
-        } else if (m_sendDue && *m_sendDue == m_now) {
+        } else if (m_sendDue == m_now) {
             m_sendDue.reset();
             apply(m_engine.onSendTick());
         } else {
@@ -72,17 +76,13 @@ void VirtualLink::apply(const LinkAction& action) {
     }
     if (!action.send.empty()) {
         const Bytes packet(action.send.view().begin(), action.send.view().end());
+        const int index = static_cast<int>(m_sent.size());
         m_sent.push_back({m_now, packet});
-        const int index = m_packets++;
-        if (m_portOpen && m_responder) {
-            Bytes reply = m_responder(index, packet);
-            if (!reply.empty()) {
-                const auto lineTime =
-                    m_lineDelay
-                        ? LinePacer::kByteTime * static_cast<int>(packet.size() + reply.size())
-                        : Nanos{0};
-                m_arrivals.push_back({m_now + lineTime + Nanos{1}, std::move(reply)});
-            }
+        Bytes reply = m_portOpen && m_responder ? m_responder(index, packet) : Bytes{};
+        if (!reply.empty()) {
+            const auto size = static_cast<int>(packet.size() + reply.size());
+            const Nanos lineTime = m_lineDelay ? LinePacer::kByteTime * size : Nanos{0};
+            m_arrivals.push_back({m_now + lineTime + Nanos{1}, std::move(reply)});
         }
     }
     m_now += action.holdAfterSend;
@@ -95,13 +95,13 @@ void VirtualLink::apply(const LinkAction& action) {
     m_threshold = action.receiveThreshold;
 
     using Mode = TimerCommand::Mode;
-    if (action.sendTimer.mode == Mode::Stop)
+    if (action.sendTimer.mode != Mode::Keep)
         m_sendDue.reset();
     if (action.sendTimer.mode == Mode::Start) {
         m_sendDue = m_now + action.sendTimer.interval;
         m_sendIntervals.push_back(action.sendTimer.interval);
     }
-    if (action.watchdog.mode == Mode::Stop)
+    if (action.watchdog.mode != Mode::Keep)
         m_watchdogDue.reset();
     if (action.watchdog.mode == Mode::Start)
         m_watchdogDue = m_now + action.watchdog.interval;
@@ -112,10 +112,8 @@ void VirtualLink::apply(const LinkAction& action) {
             m_warning();
         apply(m_engine.resumeAfterWarning());
     }
-    if (action.finished) {
-        m_finished = true;
+    if (action.finished)
         m_finishedAt = m_now;
-    }
 }
 
 } // namespace zr310::test

@@ -19,6 +19,9 @@ namespace zr310::test {
 
 using Bytes = std::vector<std::uint8_t>;
 
+// What the radio answers to one packet, fed byte by byte.
+Bytes radioAnswer(EmulatedRadio& radio, std::span<const std::uint8_t> packet);
+
 class VirtualLink {
 public:
     using Nanos = std::chrono::nanoseconds;
@@ -33,7 +36,6 @@ public:
     explicit VirtualLink(LinkEngine& engine) : m_engine(engine) {}
 
     void setResponder(Responder responder) { m_responder = std::move(responder); }
-    // Answers like the emulated radio, fed byte by byte.
     void setRadio(EmulatedRadio& radio);
     // Adds 9600 baud 8N2 line time to every packet and reply.
     void setLineDelay(bool on) { m_lineDelay = on; }
@@ -44,8 +46,6 @@ public:
     bool run(Nanos limit = std::chrono::seconds(60));
 
     const std::vector<Sent>& sent() const { return m_sent; }
-    Nanos now() const { return m_now; }
-    // When the engine reported the end.
     std::optional<Nanos> finishedAt() const { return m_finishedAt; }
     // The send timer intervals armed, in order.
     const std::vector<std::chrono::milliseconds>& sendIntervals() const { return m_sendIntervals; }
@@ -62,20 +62,12 @@ private:
     bool m_lineDelay = false;
 
     Nanos m_now{0};
-    std::optional<Nanos> m_sendDue;
-    std::optional<Nanos> m_watchdogDue;
-    std::chrono::milliseconds m_watchdogInterval{0};
-    struct Arrival {
-        Nanos at;
-        Bytes bytes;
-    };
-    std::vector<Arrival> m_arrivals;
+    std::optional<Nanos> m_sendDue, m_watchdogDue;
+    std::vector<Sent> m_arrivals; // replies on the line, by arrival time
     Bytes m_rx;
     int m_threshold = 0;
     bool m_portOpen = false;
-    bool m_finished = false;
     std::optional<Nanos> m_finishedAt;
-    int m_packets = 0;
     int m_warnings = 0;
     std::vector<Sent> m_sent;
     std::vector<std::chrono::milliseconds> m_sendIntervals;
