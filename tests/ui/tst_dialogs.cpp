@@ -1,13 +1,8 @@
 // The port dialog, the about box and the help window, opened from the
 // main window's menus.
-#include "main_form.h"
-#include "modal_answerer.h"
-#include "string_table.h"
 #include "ui_test_support.h"
 
 #include <QDir>
-#include <QDirIterator>
-#include <QFile>
 #include <QLabel>
 #include <QRadioButton>
 #include <QRegularExpression>
@@ -18,155 +13,95 @@ using namespace zr310;
 class TestDialogs : public QObject {
     Q_OBJECT
 private slots:
-    void portDialog_data();
-    void portDialog();
-    void aboutBox_data();
-    void aboutBox();
-    void help_data();
-    void help();
-    void helpLinksResolve();
-};
-
-void TestDialogs::portDialog_data() {
-    QTest::addColumn<QString>("start");
-    QTest::addColumn<QString>("option");
-    QTest::addColumn<QString>("button");
-    QTest::addColumn<QString>("expected");
-    QTest::newRow("OK takes the simulated radio") << "COM2"
-                                                  << "OptPortSim"
-                                                  << "CmdOK"
-                                                  << "sim";
-    QTest::newRow("OK takes COM1") << "sim"
-                                   << "OptPort_0"
-                                   << "CmdOK"
-                                   << "COM1";
-    QTest::newRow("Cancel keeps the port") << "COM3"
-                                           << "OptPortSim"
-                                           << "CmdCancel"
-                                           << "COM3";
-}
-
-void TestDialogs::portDialog() {
-    QFETCH(QString, start);
-    QFETCH(QString, option);
-    QFETCH(QString, button);
-    QFETCH(QString, expected);
-    auto window = startWindow("en_US", start);
-    ModalAnswerer answers;
-    QString checkedAtStart;
-    QStringList captions;
-    answers.answer([&](QWidget* dialog) {
-        for (int k = 0; k < 4; ++k) {
-            auto* com = dialog->findChild<QRadioButton*>(QString("OptPort_%1").arg(k));
-            captions << com->text();
-            if (com->isChecked()) {
-                checkedAtStart = com->objectName();
-            }
-        }
-        if (dialog->findChild<QRadioButton*>("OptPortSim")->isChecked()) {
-            checkedAtStart = "OptPortSim";
-        }
-        dialog->findChild<QRadioButton*>(option)->setChecked(true);
-        dialog->findChild<QAbstractButton*>(button)->click();
-    });
-    action(window.get(), "menuSetup_Port")->trigger();
-    QCOMPARE(answers.seenNames(), QStringList{"frmPort"});
-    QCOMPARE(answers.seen()[0].title, QString::fromUtf8(ResString(1412)));
-    QCOMPARE(captions, (QStringList{"COM1", "COM2", "COM3", "COM4"}));
-    const QString startOption = start == "sim"
-                                    ? QString("OptPortSim")
-                                    : QString("OptPort_%1").arg(start.right(1).toInt() - 1);
-    QCOMPARE(checkedAtStart, startOption);
-    QCOMPARE(window->selectedPort(), expected);
-}
-
-void TestDialogs::aboutBox_data() {
-    QTest::addColumn<QString>("locale");
-    QTest::addColumn<QString>("versionLine");
-    QTest::newRow("English") << "en_US"
-                             << "2006 Version 2.21";
-    QTest::newRow("Chinese") << "zh_CN"
-                             << "2006 版本 2.21";
-}
-
-void TestDialogs::aboutBox() {
-    QFETCH(QString, locale);
-    QFETCH(QString, versionLine);
-    auto window = startWindow(locale);
-    ModalAnswerer answers;
-    QStringList lines;
-    answers.answer([&lines](QWidget* about) {
-        lines = about->findChild<QLabel*>("Label1")->text().split('\n');
-        about->findChild<QAbstractButton*>("Command1")->click();
-    });
-    action(window.get(), "menuhelpAbout")->trigger();
-    QCOMPARE(answers.seenNames(), QStringList{"frmAbout"});
-    QCOMPARE(lines.size(), 4);
-    QCOMPARE(lines[0], QString::fromUtf8(ResString(1406)));
-    QCOMPARE(lines[1], QString());
-    QCOMPARE(lines[2], versionLine);
-    QVERIFY(!lines[3].isEmpty());
-}
-
-void TestDialogs::help_data() {
-    QTest::addColumn<QString>("locale");
-    QTest::addColumn<QString>("item");
-    QTest::addColumn<QString>("page");
-    QTest::newRow("contents, English") << "en_US"
-                                       << "menuhelptext"
-                                       << "qrc:/help/en/index.html";
-    QTest::newRow("index, English") << "en_US"
-                                    << "menuHelpID"
-                                    << "qrc:/help/en/keywords.html";
-    QTest::newRow("contents, Chinese") << "zh_CN"
-                                       << "menuhelptext"
-                                       << "qrc:/help/zh/index.html";
-    QTest::newRow("index, Chinese") << "zh_CN"
-                                    << "menuHelpID"
-                                    << "qrc:/help/zh/keywords.html";
-}
-
-void TestDialogs::help() {
-    QFETCH(QString, locale);
-    QFETCH(QString, item);
-    QFETCH(QString, page);
-    auto window = startWindow(locale);
-    action(window.get(), item)->trigger();
-    auto* browser = child<QTextBrowser>(window.get(), "helpBrowser");
-    QVERIFY(browser);
-    QVERIFY(browser->window()->isVisible());
-    QCOMPARE(browser->source().toString(), page);
-    QVERIFY(browser->toPlainText().contains("ZR-310") || page.contains("keywords"));
-    QVERIFY(browser->toPlainText().size() > 100);
-}
-
-// Every page links only to pages that exist, and both languages have the
-// same pages.
-void TestDialogs::helpLinksResolve() {
-    auto window = startWindow(); // registers the help pages
-    action(window.get(), "menuhelptext")->trigger();
-    QStringList english, chinese;
-    for (auto [folder, list] : {std::pair{QString("en"), &english}, {QString("zh"), &chinese}}) {
-        QDirIterator pages(":/help/" + folder);
-        while (pages.hasNext()) {
-            const QString path = pages.next();
-            list->append(QFileInfo(path).fileName());
-            QFile file(path);
-            QVERIFY(file.open(QIODevice::ReadOnly));
-            const QString html = QString::fromUtf8(file.readAll());
-            const QRegularExpression href(R"(href="([^"]+)\")");
-            for (auto it = href.globalMatch(html); it.hasNext();) {
-                const QString target = it.next().captured(1);
-                QVERIFY2(QFile::exists(":/help/" + folder + "/" + target),
-                         qPrintable(path + " links to " + target));
-            }
-        }
+    void portDialog_data() {
+        QTest::addColumn<QString>("start");
+        QTest::addColumn<int>("checked"); // COM port index when the dialog opens
+        QTest::addColumn<bool>("ok");
+        QTest::addColumn<QString>("expected");
+        QTest::newRow("OK takes the choice") << "COM2" << 1 << true << "sim";
+        QTest::newRow("Cancel keeps the port") << "COM3" << 2 << false << "COM3";
     }
-    english.sort();
-    chinese.sort();
-    QCOMPARE(chinese, english);
-    QVERIFY(english.contains("index.html") && english.contains("keywords.html"));
-}
+
+    // The simulated radio is chosen in the dialog, then the button clicked.
+    void portDialog() {
+        QFETCH(QString, start);
+        QFETCH(int, checked);
+        QFETCH(bool, ok);
+        QFETCH(QString, expected);
+        auto window = startWindow("en_US", start);
+        ModalAnswerer answers;
+        bool checkedAtStart = false;
+        answers.answer([&](QWidget* dialog) {
+            checkedAtStart =
+                child<QRadioButton>(dialog, QString("OptPort_%1").arg(checked))->isChecked();
+            dialog->findChild<QRadioButton*>("OptPortSim")->setChecked(true);
+            ModalAnswerer::click(dialog,
+                                 child<QAbstractButton>(dialog, ok ? "CmdOK" : "CmdCancel"));
+        });
+        trigger(window.get(), "menuSetup_Port");
+        QCOMPARE(answers.log(), QStringList{seen("frmPort", 1412)});
+        QVERIFY(checkedAtStart);
+        QCOMPARE(window->selectedPort(), expected);
+    }
+
+    void aboutBox() {
+        auto window = startWindow("zh_CN");
+        ModalAnswerer answers;
+        QString about;
+        answers.answer([&about](QWidget* dialog) {
+            about = child<QLabel>(dialog, "Label1")->text();
+            ModalAnswerer::click(dialog);
+        });
+        trigger(window.get(), "menuhelpAbout");
+        QCOMPARE(answers.log().size(), 1);
+        QVERIFY(about.startsWith(text(1406, Language::Chinese) + "\n"));
+        QVERIFY(about.contains(text(1407, Language::Chinese))); // "Version"
+    }
+
+    void help_data() {
+        QTest::addColumn<int>("language");
+        QTest::addColumn<bool>("index");
+        QTest::addColumn<QString>("page");
+        QTest::newRow("contents, English") << 0 << false << "qrc:/help/en/index.html";
+        QTest::newRow("index, Chinese") << 1 << true << "qrc:/help/zh/keywords.html";
+    }
+
+    void help() {
+        QFETCH(int, language);
+        QFETCH(bool, index);
+        QFETCH(QString, page);
+        auto window = startWindow(language == 1 ? "zh_CN" : "en_US");
+        trigger(window.get(), index ? "menuHelpID" : "menuhelptext");
+        auto* browser = child<QTextBrowser>(window.get(), "helpBrowser");
+        QVERIFY(browser && browser->window()->isVisible());
+        QCOMPARE(browser->source().toString(), page);
+        QVERIFY(browser->toPlainText().size() > 100);
+    }
+
+    // Every page links only to pages that exist, and both languages have the
+    // same pages.
+    void helpLinksResolve() {
+        auto window = startWindow();
+        trigger(window.get(), "menuhelptext"); // registers the help pages
+        const QRegularExpression href("href=\"([^\"]+)\"");
+        QStringList pages[2];
+        for (int k = 0; k < 2; ++k) {
+            const QString folder = k == 0 ? ":/help/en/" : ":/help/zh/";
+            pages[k] = QDir(folder).entryList();
+            for (const QString& page : pages[k]) {
+                QFile file(folder + page);
+                QVERIFY(file.open(QIODevice::ReadOnly));
+                const QString html = QString::fromUtf8(file.readAll());
+                for (auto link = href.globalMatch(html); link.hasNext();) {
+                    const QString target = link.next().captured(1);
+                    QVERIFY2(QFile::exists(folder + target), qPrintable(page + " -> " + target));
+                }
+            }
+        }
+        QCOMPARE(pages[1], pages[0]);
+        QVERIFY(pages[0].contains("index.html") && pages[0].contains("keywords.html"));
+    }
+};
 
 QTEST_MAIN(TestDialogs)
 #include "tst_dialogs.moc"
