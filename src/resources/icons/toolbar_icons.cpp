@@ -1,8 +1,8 @@
 #include "toolbar_icons.h"
 
 #include <QPainter>
-#include <QPainterPath>
 #include <QPixmap>
+#include <QPolygonF>
 
 #include <functional>
 
@@ -47,39 +47,23 @@ void outline(QPainter& p, qreal width = 1.2) {
     p.setPen(QPen(kOutline, width, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
 }
 
+// A closed outline through the points, filled with the current brush.
+void drawOutline(QPainter& p, std::initializer_list<QPointF> points) {
+    p.drawPolygon(QPolygonF(QList<QPointF>(points)));
+}
+
 void paintOpen(QPainter& p) {
     outline(p);
-    QPainterPath back;
-    back.moveTo(3, 8);
-    back.lineTo(12, 8);
-    back.lineTo(14, 11);
-    back.lineTo(27, 11);
-    back.lineTo(27, 26);
-    back.lineTo(3, 26);
-    back.closeSubpath();
     p.setBrush(kFolderBack);
-    p.drawPath(back);
-    QPainterPath front;
-    front.moveTo(3, 26);
-    front.lineTo(8, 15);
-    front.lineTo(31, 15);
-    front.lineTo(27, 26);
-    front.closeSubpath();
+    drawOutline(p, {{3, 8}, {12, 8}, {14, 11}, {27, 11}, {27, 26}, {3, 26}});
     p.setBrush(kFolder);
-    p.drawPath(front);
+    drawOutline(p, {{3, 26}, {8, 15}, {31, 15}, {27, 26}});
 }
 
 void paintSave(QPainter& p) {
     outline(p);
-    QPainterPath body;
-    body.moveTo(4, 4);
-    body.lineTo(24, 4);
-    body.lineTo(28, 8);
-    body.lineTo(28, 28);
-    body.lineTo(4, 28);
-    body.closeSubpath();
     p.setBrush(kDisk);
-    p.drawPath(body);
+    drawOutline(p, {{4, 4}, {24, 4}, {28, 8}, {28, 28}, {4, 28}});
     p.setBrush(kPaper);
     p.drawRect(QRectF(9, 4, 14, 9));
     p.setBrush(kMetal);
@@ -133,12 +117,7 @@ void arrow(QPainter& p, QPointF from, QPointF to, const QColor& colour) {
     p.drawLine(from, to - QPointF(3 * dir, 0));
     p.setPen(Qt::NoPen);
     p.setBrush(colour);
-    QPainterPath head;
-    head.moveTo(to);
-    head.lineTo(to - QPointF(6 * dir, 5));
-    head.lineTo(to - QPointF(6 * dir, -5));
-    head.closeSubpath();
-    p.drawPath(head);
+    drawOutline(p, {to, to - QPointF(6 * dir, 5), to - QPointF(6 * dir, -5)});
 }
 
 void paintRead(QPainter& p) {
@@ -154,14 +133,8 @@ void paintWrite(QPainter& p) {
 void paintPort(QPainter& p) {
     outline(p);
     // A nine-pin serial plug seen from the front, with its cable.
-    QPainterPath shell;
-    shell.moveTo(3, 9);
-    shell.lineTo(29, 9);
-    shell.lineTo(26, 21);
-    shell.lineTo(6, 21);
-    shell.closeSubpath();
     p.setBrush(kMetal);
-    p.drawPath(shell);
+    drawOutline(p, {{3, 9}, {29, 9}, {26, 21}, {6, 21}});
     p.setPen(Qt::NoPen);
     p.setBrush(kOutline);
     for (int i = 0; i < 5; ++i) {
