@@ -72,7 +72,6 @@ void MainForm::progWrite() {
         return;
     }
     showMessageBox(this, QMessageBox::NoIcon, res(1529), resDisplay(kMsgWriteCompleted));
-    m_linkFlags.skipVersion10Check = false;
 }
 
 void MainForm::progTest() {
