@@ -36,8 +36,12 @@ int runSetCommand(std::vector<std::string> args, std::ostream& /*out*/, std::ost
         const auto equals = pair.find('=');
         if (equals == std::string::npos || equals == 0)
             throw UsageError("'" + pair + "' is not KEY=VALUE");
-        applyImageEdit(image, std::string_view(pair).substr(0, equals),
-                       std::string_view(pair).substr(equals + 1));
+        try {
+            applyImageEdit(image, std::string_view(pair).substr(0, equals),
+                           std::string_view(pair).substr(equals + 1));
+        } catch (const EditError& e) {
+            throw UsageError(e.what());
+        }
     }
     const std::filesystem::path target = output.empty() ? input : std::filesystem::path(output);
     return saveImageFileReporting(target, image, err) ? kExitOk : kExitFileRefused;

@@ -1,5 +1,6 @@
 #include "frequency.h"
 
+#include <algorithm>
 #include <cctype>
 #include <cmath>
 #include <cstdio>
@@ -69,6 +70,14 @@ double leadingNumber(std::string_view text) {
         }
     }
     return std::strtod(number.c_str(), nullptr);
+}
+
+bool isPlainDecimalNumber(std::string_view text) {
+    const auto points = std::count(text.begin(), text.end(), '.');
+    const auto digits = std::count_if(text.begin(), text.end(), [](char c) {
+        return std::isdigit(static_cast<unsigned char>(c));
+    });
+    return digits > 0 && points <= 1 && digits + points == static_cast<long>(text.size());
 }
 
 std::string validateFrequencyText(std::string_view text, BandLimits limits) {

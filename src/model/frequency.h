@@ -28,6 +28,10 @@ FrequencyCode encodeFrequency(double mhz);
 // gives 145.5, "" or "abc" gives 0.
 double leadingNumber(std::string_view text);
 
+// True for a plain decimal number such as "145", "145.5" or ".5": digits and
+// at most one point, no sign, exponent or blanks.
+bool isPlainDecimalNumber(std::string_view text);
+
 // Whole-MHz limits of a band.
 struct BandLimits {
     int lowerMHz = 0;

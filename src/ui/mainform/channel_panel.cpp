@@ -1,7 +1,10 @@
 #include "channel_panel.h"
 
+#include "channel_grid.h"
 #include "common/texts.h"
 #include "common/twips.h"
+#include "frequency_box.h"
+#include "image_editor.h"
 
 #include <QCheckBox>
 #include <QHeaderView>
@@ -40,14 +43,13 @@ QString rowLabel(int n) {
 ChannelPanel::ChannelPanel(QWidget* parent) : QGroupBox(parent) {
     setObjectName(QStringLiteral("FraCHSet"));
 
-    m_grid = new QTableWidget(kGridRows, kGridColumns, this);
+    m_grid = new ChannelGrid(kGridRows, kGridColumns, this);
     m_grid->setObjectName(QStringLiteral("channelGrid"));
     m_grid->horizontalHeader()->hide();
     m_grid->verticalHeader()->hide();
     m_grid->verticalHeader()->setMinimumSectionSize(1);
     m_grid->horizontalHeader()->setMinimumSectionSize(1);
     m_grid->setEditTriggers(QAbstractItemView::NoEditTriggers);
-    m_grid->setSelectionMode(QAbstractItemView::NoSelection);
     m_grid->setFocusPolicy(Qt::StrongFocus);
     m_grid->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     m_grid->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
@@ -57,18 +59,17 @@ ChannelPanel::ChannelPanel(QWidget* parent) : QGroupBox(parent) {
     for (int row = 0; row < kGridRows; ++row) {
         for (int column = 0; column < kGridColumns; ++column) {
             auto* item = new QTableWidgetItem;
-            item->setFlags(Qt::ItemIsEnabled);
+            item->setFlags(Qt::ItemIsEnabled | Qt::ItemIsSelectable);
             item->setTextAlignment(Qt::AlignCenter);
             if (row == 0 || column == kColLabel) {
+                item->setFlags(Qt::ItemIsEnabled);
                 item->setBackground(fixedBackground);
             }
             m_grid->setItem(row, column, item);
         }
     }
 
-    m_txtInputBox = new QLineEdit(m_grid->viewport());
-    m_txtInputBox->setObjectName(QStringLiteral("txtInputBox"));
-    m_txtInputBox->hide();
+    m_txtInputBox = new FrequencyBox(m_grid->viewport());
 
     m_legendClose = new QLabel(this);
     m_legendClose->setObjectName(QStringLiteral("LblLegendClose"));
@@ -90,6 +91,11 @@ ChannelPanel::ChannelPanel(QWidget* parent) : QGroupBox(parent) {
         m_chkSameFreq[i] = new QCheckBox(this);
         m_chkSameFreq[i]->setObjectName(QStringLiteral("chkSameFreq_") + index);
     }
+    connectEditors();
+}
+
+QTableWidget* ChannelPanel::grid() const {
+    return m_grid;
 }
 
 void ChannelPanel::frameUp() {
@@ -131,26 +137,37 @@ void ChannelPanel::applyLanguage(Language from, Language to) {
 }
 
 void ChannelPanel::refresh(const RadioImage& image, bool narrowBandRadio, Language language) {
+    m_narrowBandRadio = narrowBandRadio;
     for (int n = 1; n <= kChannelCount; ++n) {
         const ChannelTexts texts = decodeChannel(image, channelColumn(n), language);
-        setCell(n, kColRxFreq, qs(texts.rxFreq));
-        setCell(n, kColRxTone, qs(texts.rxTone));
-        setCell(n, kColTxFreq, qs(texts.txFreq));
-        setCell(n, kColTxTone, qs(texts.txTone));
-        setCell(n, kColScan, qs(texts.scan));
-        setCell(n, kColBusyLock, qs(texts.busyLock));
-        setCell(n, kColPower, qs(texts.power));
-        setCell(n, kColBandwidth, qs(texts.bandwidth));
-
-        const int i = n - 1;
-        m_chkClose[i]->setChecked(texts.close);
-        m_chkForbidTx[i]->setChecked(texts.noTx);
-        m_chkForbidTx[i]->setEnabled(!texts.close);
         // Simplex: an open channel that transmits as it receives.
-        m_chkSameFreq[i]->setChecked(!texts.close && texts.rxFreq == texts.txFreq &&
-                                     texts.rxTone == texts.txTone);
-        colourChannel(n, texts, narrowBandRadio, language);
+        m_simplex[n - 1] =
+            !texts.close && texts.rxFreq == texts.txFreq && texts.rxTone == texts.txTone;
+        renderRow(n, image, language);
     }
+}
+
+void ChannelPanel::renderRow(int n, const RadioImage& image, Language language) {
+    const ChannelTexts texts = decodeChannel(image, channelColumn(n), language);
+    setCell(n, kColRxFreq, qs(texts.rxFreq));
+    setCell(n, kColRxTone, qs(texts.rxTone));
+    setCell(n, kColTxFreq, qs(texts.txFreq));
+    setCell(n, kColTxTone, qs(texts.txTone));
+    setCell(n, kColScan, qs(texts.scan));
+    setCell(n, kColBusyLock, qs(texts.busyLock));
+    setCell(n, kColPower, qs(texts.power));
+    setCell(n, kColBandwidth, qs(texts.bandwidth));
+
+    const int i = n - 1;
+    // A channel whose two sides differ is no longer simplex.
+    if (texts.rxFreq != texts.txFreq || texts.rxTone != texts.txTone) {
+        m_simplex[i] = false;
+    }
+    m_chkClose[i]->setChecked(texts.close);
+    m_chkForbidTx[i]->setChecked(texts.noTx);
+    m_chkForbidTx[i]->setEnabled(!texts.close);
+    m_chkSameFreq[i]->setChecked(m_simplex[i]);
+    colourChannel(n, texts, m_narrowBandRadio, language);
 }
 
 void ChannelPanel::colourChannel(int n, const ChannelTexts& texts, bool narrowBandRadio,

@@ -5,6 +5,7 @@
 #include "common/message_box.h"
 #include "common/texts.h"
 #include "common/twips.h"
+#include "frequency_box.h"
 #include "help/help_window.h"
 #include "layout_rules.h"
 #include "menus.h"
@@ -15,7 +16,6 @@
 
 #include <QAction>
 #include <QCloseEvent>
-#include <QLineEdit>
 #include <QMenuBar>
 
 namespace zr310::ui {
@@ -67,8 +67,14 @@ MainForm::MainForm(StartOptions options, QWidget* parent)
     m_fraChSet->frameUp();
     m_tuning->frameUpTestGrid();
 
+    // The panels edit the image through this window.
+    m_fraChSet->setEditor(this);
+    m_fraFunction->setEditor(this);
+    connect(m_fraFunction, &OptionsPanel::channelsChanged, this, &MainForm::refreshChannels);
+    connect(m_fraModel, &ModelPanel::bandChosen, this, &MainForm::bandChosen);
+
     // The in-place box starts hidden; the title is first the fixed one.
-    m_fraChSet->findChild<QLineEdit*>(QStringLiteral("txtInputBox"))->hide();
+    m_fraChSet->inputBox()->hide();
     setWindowTitle(QString::fromUtf8(kStartTitle));
 
     // Lists, grid, model and band from the start image, then the texts.
@@ -86,6 +92,8 @@ MainForm::MainForm(StartOptions options, QWidget* parent)
            twipsToPixels(kMinInsideHeightTwips) + menuBar()->sizeHint().height());
 
     takeReferenceCopy();
+    startFreshHistory();
+    m_fraChSet->focusFirstCell();
 }
 
 MainForm::~MainForm() = default;
@@ -106,6 +114,7 @@ void MainForm::takeReferenceCopy() {
 }
 
 void MainForm::closeEvent(QCloseEvent* event) {
+    commitEdits();
     if (!isModified()) {
         event->accept();
         return;

@@ -1,6 +1,8 @@
 #pragma once
 
+#include "edit_history.h"
 #include "frequency.h"
+#include "image_editor.h"
 #include "link_types.h"
 #include "radio_image.h"
 #include "string_table.h"
@@ -41,8 +43,9 @@ struct StartOptions {
 
 // The program's main window `mainform`: menus, toolbar, status bar and the
 // content frame `Frame1` with the model, options and channel panels (and the
-// hidden tuning frames). It owns the process's one radio image.
-class MainForm : public QMainWindow {
+// hidden tuning frames). It owns the process's one radio image, and every
+// panel changes the image through it (ImageEditor), one undo step a change.
+class MainForm : public QMainWindow, public ImageEditor {
     Q_OBJECT
 public:
     explicit MainForm(StartOptions options = {}, QWidget* parent = nullptr);
@@ -60,9 +63,15 @@ public:
     void SetFreqRange();
 
     RadioImage& image() { return m_image; }
-    const RadioImage& image() const { return m_image; }
+    const RadioImage& image() const override { return m_image; }
     LinkFlags& linkFlags() { return m_linkFlags; }
-    BandLimits bandLimits() const { return m_bandLimits; }
+    BandLimits bandLimits() const override { return m_bandLimits; }
+
+    // One user action on the image: one undo step when a byte changed.
+    bool edit(const std::function<void(RadioImage&)>& change) override;
+    // Finishes what an editor holds but has not written yet (the frequency
+    // box, a list not yet left), so that a command sees what is shown.
+    void commitEdits();
     bool normalMode() const { return m_normalMode; }
 
     // True when the image differs from the copy taken when the data was
@@ -112,6 +121,17 @@ private:
     QString initialFolder() const;
     void takeReferenceCopy();
 
+    // Editing: the Edit menu and the history.
+    void editCopy();
+    void editPaste();
+    void editUndo();
+    void editRedo();
+    void pasteChannels();
+    void bandChosen(int index);
+    void startFreshHistory();
+    void updateEditActions();
+    void refreshChannels();
+
     // Transfers.
     void progRead();
     void progWrite();
@@ -128,6 +148,7 @@ private:
 
     RadioImage m_image;
     RadioImage m_reference;
+    EditHistory m_history;
     LinkFlags m_linkFlags;
     BandLimits m_bandLimits;
     QString m_fileName;

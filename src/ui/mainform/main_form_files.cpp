@@ -1,4 +1,5 @@
 // Open, Save and Save As of data files.
+#include "channel_panel.h"
 #include "common/message_box.h"
 #include "common/texts.h"
 #include "k720_file.h"
@@ -80,6 +81,8 @@ bool MainForm::openFile(const QString& path) {
     m_lastOpenFolder = QFileInfo(path).absolutePath();
     ReFlashData();
     takeReferenceCopy();
+    startFreshHistory();
+    m_fraChSet->focusFirstCell();
     return true;
 }
 

@@ -61,6 +61,10 @@ void MainForm::createMenus() {
     m.MenuEdit = addMenu(bar, "MenuEdit");
     m.MenuEditCopy = addItem(m.MenuEdit, "MenuEditCopy", Qt::CTRL | Qt::Key_C);
     m.menuEditPaste = addItem(m.MenuEdit, "menuEditPaste", Qt::CTRL | Qt::Key_V);
+    m.MenuEdit->addSeparator();
+    m.MenuEditUndo = addItem(m.MenuEdit, "MenuEditUndo", Qt::CTRL | Qt::Key_Z);
+    m.MenuEditRedo = addItem(m.MenuEdit, "MenuEditRedo", Qt::CTRL | Qt::Key_Y);
+    m.MenuEditRedo->setShortcuts({Qt::CTRL | Qt::Key_Y, Qt::CTRL | Qt::SHIFT | Qt::Key_Z});
 
     m.MenuProgram = addMenu(bar, "MenuProgram");
     m.menuProgRead = addItem(m.MenuProgram, "menuProgRead", Qt::CTRL | Qt::Key_R);
@@ -97,16 +101,31 @@ void MainForm::createMenus() {
     m.menuhelp->addSeparator();
     m.menuhelpAbout = addItem(m.menuhelp, "menuhelpAbout");
 
-    // Printing, the in-place editor's clipboard and the radio information
-    // window are not part of this window yet: their entries stay disabled.
-    for (QAction* later : {m.menuFilePrint, m.MenuEditCopy, m.menuEditPaste, m.MenuRadioInfo}) {
+    // Printing and the radio information window are not part of this
+    // window yet: their entries stay disabled.
+    for (QAction* later : {m.menuFilePrint, m.MenuRadioInfo}) {
         later->setEnabled(false);
+    }
+
+    // Whatever an editor holds reaches the image before any command runs
+    // (a shortcut does not take the focus from the frequency box or a list).
+    // Copy and Paste act on the frequency box itself while it is open.
+    for (QMenu* menu : {m.menufile, m.MenuEdit, m.MenuProgram, m.menuSetup}) {
+        for (QAction* action : menu->actions()) {
+            if (action != m.MenuEditCopy && action != m.menuEditPaste) {
+                connect(action, &QAction::triggered, this, &MainForm::commitEdits);
+            }
+        }
     }
 
     connect(m.menuFileopen, &QAction::triggered, this, &MainForm::fileOpen);
     connect(m.menuFilesave, &QAction::triggered, this, &MainForm::fileSave);
     connect(m.menuFilesaveas, &QAction::triggered, this, &MainForm::fileSaveAs);
     connect(m.menuFileExit, &QAction::triggered, this, &MainForm::close);
+    connect(m.MenuEditCopy, &QAction::triggered, this, &MainForm::editCopy);
+    connect(m.menuEditPaste, &QAction::triggered, this, &MainForm::editPaste);
+    connect(m.MenuEditUndo, &QAction::triggered, this, &MainForm::editUndo);
+    connect(m.MenuEditRedo, &QAction::triggered, this, &MainForm::editRedo);
     connect(m.menuProgRead, &QAction::triggered, this, &MainForm::progRead);
     connect(m.menuProgWrite, &QAction::triggered, this, &MainForm::progWrite);
     connect(m.MenuProgTest, &QAction::triggered, this, &MainForm::progTest);
@@ -174,12 +193,13 @@ void MainForm::ApplyLanguage() {
         menu->setTitle(res(id));
     }
     const std::pair<QAction*, int> itemCaptions[] = {
-        {m.menuFileopen, 1001},   {m.menuFilesave, 1002},        {m.menuFilesaveas, 1003},
-        {m.menuFilePrint, 1004},  {m.menuFileExit, 1005},        {m.MenuEditCopy, 1007},
-        {m.menuEditPaste, 1008},  {m.menuProgRead, 1010},        {m.menuProgWrite, 1011},
-        {m.MenuProgTest, 1012},   {m.MenuCHfrm, 1014},           {m.MenuRadioInfo, 1015},
-        {m.menuSetup_Port, 1017}, {m.mnuSetup_LangSet[0], 1019}, {m.mnuSetup_LangSet[1], 1020},
-        {m.menuhelptext, 1022},   {m.menuHelpID, 1023},          {m.menuhelpAbout, 1024}};
+        {m.menuFileopen, 1001},        {m.menuFilesave, 1002},        {m.menuFilesaveas, 1003},
+        {m.menuFilePrint, 1004},       {m.menuFileExit, 1005},        {m.MenuEditCopy, 1007},
+        {m.menuEditPaste, 1008},       {m.MenuEditUndo, 1025},        {m.MenuEditRedo, 1026},
+        {m.menuProgRead, 1010},        {m.menuProgWrite, 1011},       {m.MenuProgTest, 1012},
+        {m.MenuCHfrm, 1014},           {m.MenuRadioInfo, 1015},       {m.menuSetup_Port, 1017},
+        {m.mnuSetup_LangSet[0], 1019}, {m.mnuSetup_LangSet[1], 1020}, {m.menuhelptext, 1022},
+        {m.menuHelpID, 1023},          {m.menuhelpAbout, 1024}};
     for (const auto& [action, id] : itemCaptions) {
         action->setText(res(id));
     }

@@ -61,7 +61,9 @@ void MainForm::progRead() {
     leaveTuningPanels();
     ReFlashData();
     takeReferenceCopy();
+    startFreshHistory();
     setWindowTitle(res(1406) + QStringLiteral(" - ") + res(1528));
+    m_fraChSet->focusFirstCell();
 }
 
 void MainForm::progWrite() {

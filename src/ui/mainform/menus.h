@@ -25,6 +25,8 @@ struct MainForm::Menus {
     QMenu* MenuEdit = nullptr;
     QAction* MenuEditCopy = nullptr;
     QAction* menuEditPaste = nullptr;
+    QAction* MenuEditUndo = nullptr;
+    QAction* MenuEditRedo = nullptr;
 
     QMenu* MenuProgram = nullptr;
     QAction* menuProgRead = nullptr;

@@ -44,6 +44,7 @@ ModelPanel::ModelPanel(QWidget* parent) : QGroupBox(parent) {
         InitSetData();
         emit bandChanged();
     });
+    connect(m_cboBand, &QComboBox::activated, this, &ModelPanel::bandChosen);
 }
 
 void ModelPanel::applyLanguage(Language language) {

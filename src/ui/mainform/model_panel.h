@@ -27,7 +27,10 @@ public:
     QString bandText() const;
 
 signals:
+    // The band shown changed (by the user or by a refresh).
     void bandChanged();
+    // The user chose the band at this list index.
+    void bandChosen(int index);
 
 private:
     QLabel* m_lblType = nullptr;

@@ -1,9 +1,16 @@
 #include "options_panel.h"
 
+#include <algorithm>
+
+#include "common/message_box.h"
 #include "common/texts.h"
+#include "image_edit.h"
+#include "image_editor.h"
 
 #include <QComboBox>
+#include <QFocusEvent>
 #include <QGridLayout>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QSignalBlocker>
 
@@ -66,7 +73,10 @@ OptionsPanel::OptionsPanel(QWidget* parent) : QGroupBox(parent) {
         grid->setColumnStretch(place.group * 2 + 1, 1);
         m_labels[indexOf(place.id)] = label;
         m_lists[indexOf(place.id)] = list;
+        list->installEventFilter(this);
     }
+    connect(list(OptionId::CboBandSel), &QComboBox::activated, this, &OptionsPanel::bandSelChosen);
+    connect(list(OptionId::CboPowSel), &QComboBox::activated, this, &OptionsPanel::powSelChosen);
     // The priority channel must name a channel that exists and is in use.
     list(OptionId::CboPriorityCH)
         ->setToolTip(QStringLiteral("Must be not beyond Max Number of channels and only valid "
@@ -85,6 +95,69 @@ void OptionsPanel::refresh(const RadioImage& image, Language language) {
     for (OptionId id : kAllOptions) {
         fill(id, image, language, decodeOption(id, image));
     }
+}
+
+bool OptionsPanel::eventFilter(QObject* watched, QEvent* event) {
+    const auto* box = qobject_cast<QComboBox*>(watched);
+    const auto found = std::find(m_lists.begin(), m_lists.end(), box);
+    if (box == nullptr || found == m_lists.end()) {
+        return QGroupBox::eventFilter(watched, event);
+    }
+    const auto option = static_cast<OptionId>(found - m_lists.begin());
+    if (event->type() == QEvent::KeyPress) {
+        const int key = static_cast<QKeyEvent*>(event)->key();
+        if (key == Qt::Key_Return || key == Qt::Key_Enter) {
+            focusNextChild(); // leaving the list writes it
+            return true;
+        }
+    } else if (event->type() == QEvent::FocusOut) {
+        // The list's own popup (or a menu) opening is not leaving it.
+        if (static_cast<QFocusEvent*>(event)->reason() != Qt::PopupFocusReason) {
+            commit(option);
+        }
+    }
+    return QGroupBox::eventFilter(watched, event);
+}
+
+void OptionsPanel::commit(OptionId id) {
+    const int index = list(id)->currentIndex();
+    if (m_editor == nullptr || index < 0 || index == decodeOption(id, m_editor->image())) {
+        return; // what the image holds already
+    }
+    m_editor->edit([id, index](RadioImage& image) { setOptionIndex(image, id, index); });
+}
+
+void OptionsPanel::commitEdits() {
+    for (OptionId id : kAllOptions) {
+        commit(id);
+    }
+}
+
+// Narrow for the whole radio makes every channel narrow; back to Wide, the
+// channels keep their width.
+void OptionsPanel::bandSelChosen(int index) {
+    if (m_editor == nullptr) {
+        return;
+    }
+    m_editor->edit(
+        [index](RadioImage& image) { setOptionIndex(image, OptionId::CboBandSel, index); });
+    emit channelsChanged();
+}
+
+// A long press of the Moni key for the power leaves the monitor key only
+// Off and Unmute Toggle; a momentary monitor function the image held then
+// becomes Off, so the list and the image agree.
+void OptionsPanel::powSelChosen(int index) {
+    if (m_editor == nullptr) {
+        return;
+    }
+    m_editor->edit([index](RadioImage& image) {
+        setOptionIndex(image, OptionId::CboPowSel, index);
+        const int monitor = decodeOption(OptionId::CboMoni, image);
+        setOptionIndex(image, OptionId::CboMoni, monitor);
+    });
+    const RadioImage& image = m_editor->image();
+    fill(OptionId::CboMoni, image, currentLanguage(), decodeOption(OptionId::CboMoni, image));
 }
 
 bool OptionsPanel::narrowBandRadio() const {

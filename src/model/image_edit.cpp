@@ -1,0 +1,335 @@
+#include "image_edit.h"
+
+#include "bands.h"
+#include "radio_info.h"
+#include "tuning.h"
+
+#include <algorithm>
+#include <cctype>
+#include <optional>
+
+namespace zr310 {
+
+namespace {
+
+// Keys and captions in kChannelFields order.
+constexpr std::string_view kKeys[] = {"rx_freq",   "rx_tone", "tx_freq",   "tx_tone", "scan",
+                                      "busy_lock", "power",   "bandwidth", "close",   "no_tx"};
+constexpr int kCaptionIds[] = {1204, 1205, 1206, 1207, 1208, 1209, 1210, 1211, 1201, 1202};
+
+std::string editMessage(const std::string& subject, const std::string& value,
+                        const std::string& expected) {
+    if (expected.empty())
+        return "unknown key '" + subject + "'";
+    return "invalid value '" + value + "' for " + subject + " (expected " + expected + ")";
+}
+
+[[noreturn]] void badValue(std::string_view subject, std::string_view value,
+                           std::string_view expected) {
+    throw EditError(std::string(subject), std::string(value), std::string(expected));
+}
+
+// Equal but for the letter case of ASCII letters; other bytes (Chinese) must match.
+bool sameWord(std::string_view a, std::string_view b) {
+    return a.size() == b.size() && std::equal(a.begin(), a.end(), b.begin(), [](char x, char y) {
+               return std::tolower(static_cast<unsigned char>(x)) ==
+                      std::tolower(static_cast<unsigned char>(y));
+           });
+}
+
+// The text of string `id` in either language.
+bool isWord(std::string_view text, int id) {
+    return sameWord(text, ResString(id, Language::English)) ||
+           sameWord(text, ResString(id, Language::Chinese));
+}
+
+Side sideOf(ChannelField field) {
+    return field == ChannelField::RxFreq || field == ChannelField::RxTone ? Side::Receive
+                                                                          : Side::Transmit;
+}
+
+void setFrequencyField(RadioImage& image, ChannelRecord record, Side side, std::string_view text,
+                       std::string_view subject, std::string_view original) {
+    if (!isPlainDecimalNumber(text))
+        badValue(subject, original, "a frequency in MHz, such as 145.5");
+    const BandLimits limits = kBands[bandIndexFromImage(image)].limits;
+    record.setFrequency(side, leadingNumber(validateFrequencyText(text, limits)));
+}
+
+void setToneField(ChannelRecord record, Side side, std::string_view text, std::string_view subject,
+                  std::string_view original) {
+    std::string upper(text);
+    std::transform(upper.begin(), upper.end(), upper.begin(),
+                   [](unsigned char c) { return static_cast<char>(std::toupper(c)); });
+    const auto tone = parseToneText(upper);
+    if (!tone)
+        badValue(subject, original, "OFF, CTC 88.5, DCS 023 or -DCS 023");
+    record.setTone(side, *tone);
+}
+
+// A two-word field such as Del/Add: true for the word `whenSet`.
+bool chooseWord(std::string_view text, int whenSet, int whenClear, std::string_view subject,
+                std::string_view original) {
+    if (isWord(text, whenSet))
+        return true;
+    if (isWord(text, whenClear))
+        return false;
+    badValue(subject, original,
+             std::string(ResString(whenSet, Language::English)) + " or " +
+                 std::string(ResString(whenClear, Language::English)));
+}
+
+// A check box: its legend word or true/yes/1/x when checked, empty or
+// false/no/0 when clear. On/Off is not taken: the Chinese "Off" is the
+// Chinese "Close" too, and would mean both.
+bool chooseChecked(std::string_view text, int legendId, std::string_view subject,
+                   std::string_view original) {
+    if (isWord(text, legendId) || sameWord(text, "true") || sameWord(text, "yes") || text == "1" ||
+        sameWord(text, "x"))
+        return true;
+    if (text.empty() || sameWord(text, "false") || sameWord(text, "no") || text == "0")
+        return false;
+    badValue(subject, original,
+             std::string(ResString(legendId, Language::English)) +
+                 ", true, yes, 1 or x; or empty, false, no or 0");
+}
+
+// The index of `text` in a list, looked up in English and then in Chinese.
+int itemIndex(const std::vector<std::string>& english, const std::vector<std::string>& chinese,
+              std::string_view subject, std::string_view original) {
+    const std::string_view text = trimmed(original);
+    for (const auto* items : {&english, &chinese})
+        for (std::size_t i = 0; i < items->size(); ++i)
+            if (sameWord((*items)[i], text))
+                return static_cast<int>(i);
+    std::string expected = "one of: ";
+    for (std::size_t i = 0; i < english.size(); ++i) {
+        if (i == 8 && english.size() > 10) {
+            expected += ", ... " + english.back();
+            break;
+        }
+        expected += (i ? ", " : "") + english[i];
+    }
+    badValue(subject, original, expected);
+}
+
+// "ch12" -> 12 when 1 <= n <= count.
+std::optional<int> numberAfter(std::string_view prefix, std::string_view text, int count) {
+    if (text.substr(0, prefix.size()) != prefix || text.size() == prefix.size() ||
+        text.size() > prefix.size() + 2)
+        return std::nullopt;
+    int n = 0;
+    for (char c : text.substr(prefix.size())) {
+        if (!std::isdigit(static_cast<unsigned char>(c)))
+            return std::nullopt;
+        n = n * 10 + (c - '0');
+    }
+    if (n < 1 || n > count)
+        return std::nullopt;
+    return n;
+}
+
+std::optional<ChannelField> fieldOfKey(std::string_view key) {
+    for (ChannelField field : kChannelFields)
+        if (channelFieldKey(field) == key)
+            return field;
+    return std::nullopt;
+}
+
+// Test channels have no option byte of their own: only frequencies, tones,
+// Close and No TX.
+bool testChannelHas(ChannelField field) {
+    return field == ChannelField::RxFreq || field == ChannelField::RxTone ||
+           field == ChannelField::TxFreq || field == ChannelField::TxTone ||
+           field == ChannelField::Close || field == ChannelField::NoTx;
+}
+
+// "ch3.rx_freq" or "tch2.close"; false when the key names no record field.
+bool editRecord(RadioImage& image, std::string_view key, std::string_view value) {
+    const auto dot = key.find('.');
+    if (dot == std::string_view::npos)
+        return false;
+    const auto field = fieldOfKey(key.substr(dot + 1));
+    if (!field)
+        return false;
+    int column = -1;
+    if (const auto n = numberAfter("ch", key.substr(0, dot), kChannelCount))
+        column = channelColumn(*n);
+    else if (const auto t = numberAfter("tch", key.substr(0, dot), kTestChannelCount);
+             t && testChannelHas(*field))
+        column = testChannelColumn(*t);
+    if (column < 0)
+        return false;
+    try {
+        setChannelField(image, column, *field, value);
+    } catch (const EditError& e) {
+        badValue(key, e.value(), e.expected());
+    }
+    return true;
+}
+
+bool editList(RadioImage& image, std::string_view key, std::string_view value) {
+    if (key == "CboBand") {
+        setBandText(image, value);
+        return true;
+    }
+    OptionId id;
+    if (!optionFromName(key, id))
+        return false;
+    setOptionText(image, id, value);
+    return true;
+}
+
+bool editTuning(RadioImage& image, std::string_view key, std::string_view value) {
+    constexpr std::string_view kPrefix = "tuning.";
+    if (key.substr(0, kPrefix.size()) != kPrefix)
+        return false;
+    const auto item =
+        std::find_if(kTuningItems.begin(), kTuningItems.end(), [&](const TuningItemInfo& info) {
+            return info.key == key.substr(kPrefix.size());
+        });
+    if (item == kTuningItems.end())
+        return false;
+    const std::string_view digits = trimmed(value);
+    const bool digitsOnly = !digits.empty() && digits.size() <= 3 &&
+                            std::all_of(digits.begin(), digits.end(), [](char c) {
+                                return std::isdigit(static_cast<unsigned char>(c));
+                            });
+    const int number = digitsOnly ? std::stoi(std::string(digits)) : -1;
+    if (number < 0 || number > 255)
+        badValue(key, value, "a whole number from 0 to 255");
+    setTuningValue(image, item->item, static_cast<std::uint8_t>(number));
+    return true;
+}
+
+bool editUserText(RadioImage& image, std::string_view key, std::string_view value) {
+    if (key != "user_text")
+        return false;
+    const int length = utf16Length(value);
+    if (length < 0)
+        badValue(key, value, "UTF-8 text");
+    if (length > kUserTextLength)
+        badValue(key, value, "at most 96 characters");
+    encodeUserText(image, value);
+    return true;
+}
+
+} // namespace
+
+std::string_view trimmed(std::string_view text) {
+    constexpr std::string_view kBlanks = " \t\r\n";
+    const auto first = text.find_first_not_of(kBlanks);
+    if (first == std::string_view::npos)
+        return {};
+    return text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
+}
+
+EditError::EditError(std::string subject, std::string value, std::string expected)
+    : std::runtime_error(editMessage(subject, value, expected)), m_subject(std::move(subject)),
+      m_value(std::move(value)), m_expected(std::move(expected)) {}
+
+std::string_view channelFieldKey(ChannelField field) {
+    return kKeys[static_cast<int>(field)];
+}
+
+int channelFieldCaptionId(ChannelField field) {
+    return kCaptionIds[static_cast<int>(field)];
+}
+
+void setChannelField(RadioImage& image, int evenColumn, ChannelField field, std::string_view text) {
+    // Every field is checked before its first byte is written, so a refused
+    // text leaves the image as it was.
+    const std::string_view subject = channelFieldKey(field);
+    const std::string_view value = trimmed(text);
+    ChannelRecord record(image, evenColumn);
+    switch (field) {
+    case ChannelField::RxFreq:
+    case ChannelField::TxFreq:
+        setFrequencyField(image, record, sideOf(field), value, subject, text);
+        break;
+    case ChannelField::RxTone:
+    case ChannelField::TxTone:
+        setToneField(record, sideOf(field), value, subject, text);
+        break;
+    case ChannelField::Scan:
+        record.setScanDeleted(chooseWord(value, 1217, 1218, subject, text));
+        break;
+    case ChannelField::BusyLock:
+        record.setBusyLock(chooseWord(value, 1100, 1101, subject, text));
+        break;
+    case ChannelField::Power:
+        record.setLowPower(chooseWord(value, 1213, 1214, subject, text));
+        break;
+    case ChannelField::Bandwidth:
+        record.setNarrow(chooseWord(value, 1215, 1216, subject, text));
+        break;
+    case ChannelField::Close:
+        record.setOpen(!chooseChecked(value, 1201, subject, text));
+        break;
+    case ChannelField::NoTx:
+        record.setTxAllowed(!chooseChecked(value, 1202, subject, text));
+        break;
+    }
+}
+
+std::string channelFieldText(const RadioImage& image, int evenColumn, ChannelField field,
+                             Language language) {
+    const ChannelView record(image, evenColumn);
+    auto word = [language](int id) { return std::string(ResString(id, language)); };
+    switch (field) {
+    case ChannelField::RxFreq:
+    case ChannelField::TxFreq:
+        return formatFrequency(frequencyMHz(record.frequency(sideOf(field))));
+    case ChannelField::RxTone:
+    case ChannelField::TxTone:
+        return toneText(record.tone(sideOf(field)));
+    case ChannelField::Scan:
+        return word(record.scanDeleted() ? 1217 : 1218);
+    case ChannelField::BusyLock:
+        return word(record.busyLock() ? 1100 : 1101);
+    case ChannelField::Power:
+        return word(record.lowPower() ? 1213 : 1214);
+    case ChannelField::Bandwidth:
+        return word(record.narrow() ? 1215 : 1216);
+    case ChannelField::Close:
+        return record.isOpen() ? std::string() : word(1201);
+    case ChannelField::NoTx:
+        return record.txAllowed() ? std::string() : word(1202);
+    }
+    return {};
+}
+
+void setOptionIndex(RadioImage& image, OptionId id, int index) {
+    const auto count = static_cast<int>(optionItems(id, image, Language::English).size());
+    if (index < 0 || index >= count)
+        badValue(optionName(id), std::to_string(index),
+                 "an index from 0 to " + std::to_string(count - 1));
+    if (id == OptionId::CboBandSel)
+        setRadioWideBandwidth(image, index);
+    else
+        encodeOption(id, image, index);
+}
+
+void setOptionText(RadioImage& image, OptionId id, std::string_view text) {
+    const int index = itemIndex(optionItems(id, image, Language::English),
+                                optionItems(id, image, Language::Chinese), optionName(id), text);
+    setOptionIndex(image, id, index);
+}
+
+void setBandText(RadioImage& image, std::string_view text) {
+    std::vector<std::string> texts;
+    for (const Band& band : kBands)
+        texts.emplace_back(band.text);
+    setBand(image, itemIndex(texts, texts, "CboBand", text));
+}
+
+void applyImageEdit(RadioImage& image, std::string_view key, std::string_view value) {
+    RadioImage edited = image;
+    const bool known = editRecord(edited, key, value) || editList(edited, key, value) ||
+                       editTuning(edited, key, value) || editUserText(edited, key, value);
+    if (!known)
+        throw EditError(std::string(key), std::string(value), {});
+    image = edited;
+}
+
+} // namespace zr310

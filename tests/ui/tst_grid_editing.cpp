@@ -1,0 +1,349 @@
+// The channel grid as an editor: what a click on each column does and when
+// it does nothing, the boxes beside the grid, and the keyboard.
+#include "editing_support.h"
+
+using namespace zr310;
+
+class TestGridEditing : public QObject {
+    Q_OBJECT
+private slots:
+    // Channel 4 (columns 6 and 7: receive flags 0x106, transmit flags 0x386,
+    // option flags 0x107). `setup`: blank, notx, narrow (the radio-wide W/N),
+    // flags (all four option flags set first). `opens`: box, dialog or
+    // nothing. Toggles are clicked twice: the second click restores all.
+    void clickRules_data() {
+        QTest::addColumn<int>("column");
+        QTest::addColumn<QString>("setup");
+        QTest::addColumn<QString>("changes");
+        QTest::addColumn<QString>("word");
+        QTest::addColumn<QString>("colours");
+        QTest::addColumn<QString>("opens");
+        QTest::newRow("scan to Del") << 5 << ""
+                                     << "107=10"
+                                     << "Del"
+                                     << "NNNNRRGG"
+                                     << "";
+        QTest::newRow("scan to Add") << 5 << "flags"
+                                     << "107=25"
+                                     << "Add"
+                                     << "NNNNGGRR"
+                                     << "";
+        QTest::newRow("busy lock on") << 6 << ""
+                                      << "107=04"
+                                      << "On"
+                                      << "NNNNGGGG"
+                                      << "";
+        QTest::newRow("busy lock off") << 6 << "flags"
+                                       << "107=31"
+                                       << "Off"
+                                       << "NNNNRRRR"
+                                       << "";
+        QTest::newRow("busy lock, no TX") << 6 << "notx"
+                                          << ""
+                                          << "Off"
+                                          << "NNggGggG"
+                                          << "";
+        QTest::newRow("power low") << 7 << ""
+                                   << "107=20"
+                                   << "Low"
+                                   << "NNNNGRRG"
+                                   << "";
+        QTest::newRow("power high") << 7 << "flags"
+                                    << "107=15"
+                                    << "High"
+                                    << "NNNNRGGR"
+                                    << "";
+        QTest::newRow("power, no TX") << 7 << "notx"
+                                      << "107=20"
+                                      << "Low"
+                                      << "NNggGggG"
+                                      << "";
+        QTest::newRow("narrow") << 8 << ""
+                                << "107=01"
+                                << "Narrow"
+                                << "NNNNGRGR"
+                                << "";
+        QTest::newRow("wide") << 8 << "flags"
+                              << "107=34"
+                              << "Wide"
+                              << "NNNNRGRG"
+                              << "";
+        QTest::newRow("W/N, narrow radio") << 8 << "narrow"
+                                           << ""
+                                           << "Wide"
+                                           << "NNNNGRGM"
+                                           << "";
+        QTest::newRow("scan, blank") << 5 << "blank"
+                                     << ""
+                                     << "Add"
+                                     << "gggggggg"
+                                     << "";
+        QTest::newRow("power, blank") << 7 << "blank"
+                                      << ""
+                                      << "High"
+                                      << "gggggggg"
+                                      << "";
+        QTest::newRow("rx freq") << 1 << ""
+                                 << ""
+                                 << ""
+                                 << "NNNNGRGG"
+                                 << "box";
+        QTest::newRow("rx freq, blank") << 1 << "blank"
+                                        << ""
+                                        << ""
+                                        << "gggggggg"
+                                        << "";
+        QTest::newRow("tx freq") << 3 << ""
+                                 << ""
+                                 << ""
+                                 << "NNNNGRGG"
+                                 << "box";
+        QTest::newRow("tx freq, no TX") << 3 << "notx"
+                                        << ""
+                                        << ""
+                                        << "NNggGggG"
+                                        << "";
+        QTest::newRow("rx tone") << 2 << ""
+                                 << ""
+                                 << ""
+                                 << "NNNNGRGG"
+                                 << "dialog";
+        QTest::newRow("rx tone, blank") << 2 << "blank"
+                                        << ""
+                                        << ""
+                                        << "gggggggg"
+                                        << "";
+        QTest::newRow("tx tone") << 4 << ""
+                                 << ""
+                                 << ""
+                                 << "NNNNGRGG"
+                                 << "dialog";
+        QTest::newRow("tx tone, no TX") << 4 << "notx"
+                                        << ""
+                                        << ""
+                                        << "NNggGggG"
+                                        << "";
+    }
+
+    void clickRules() {
+        QFETCH(int, column);
+        QFETCH(QString, setup);
+        QFETCH(QString, changes);
+        QFETCH(QString, word);
+        QFETCH(QString, colours);
+        QFETCH(QString, opens);
+        auto window = editingWindow();
+        RadioImage& image = window->image();
+        auto channel = ChannelRecord::channel(image, 4);
+        channel.setOpen(setup != "blank");
+        channel.setTxAllowed(setup != "notx");
+        if (setup == "flags") {
+            image[0x107] = 0x35;
+        }
+        if (setup == "narrow") {
+            image[0x257] |= 0x02;
+        }
+        window->ReFlashData();
+        const RadioImage before = image;
+
+        ModalAnswerer answers;
+        clickCell(window.get(), 4, column);
+        QCOMPARE(inputBox(window.get())->isVisible(), opens == "box");
+        QCOMPARE(answers.log().size(), opens == "dialog" ? 1 : 0);
+        QCOMPARE(changedBytes(before, image), changes);
+        if (!word.isEmpty()) {
+            QCOMPARE(cell(window.get(), 4, column)->text(), word);
+        }
+        QCOMPARE(rowColours(window.get(), 4), colours);
+
+        if (opens.isEmpty()) {
+            clickCell(window.get(), 4, column);
+            QCOMPARE(changedBytes(before, image), QString());
+        }
+    }
+
+    // Close, No TX and Simplex on channel 2 (receive flags 0x102, transmit
+    // flags 0x382). Simplex copies the receive frequency, step and tone.
+    void channelBoxes_data() {
+        QTest::addColumn<QString>("box");
+        QTest::addColumn<bool>("startBlank");
+        QTest::addColumn<QString>("changes");
+        QTest::addColumn<QString>("colours");
+        QTest::addColumn<bool>("noTxEnabled");
+        QTest::newRow("close") << "chkClose" << false << "102=34"
+                               << "gggggggg" << false;
+        QTest::newRow("open again") << "chkClose" << true << "102=3C"
+                                    << "NNNNGRGG" << true;
+        QTest::newRow("no TX") << "chkForbidTx" << false << "382=04"
+                               << "NNggGggG" << true;
+        QTest::newRow("no TX, blank") << "chkForbidTx" << true << ""
+                                      << "gggggggg" << false;
+        // 145.5125 MHz = 23282 steps (0x5AF2) of 6.25 kHz; CTC 88.5 = 0x0885.
+        QTest::newRow("simplex") << "chkSameFreq" << false << "003=85 083=08 282=F2 302=5A 382=3C"
+                                 << "NNNNGRGG" << true;
+    }
+
+    void channelBoxes() {
+        QFETCH(QString, box);
+        QFETCH(bool, startBlank);
+        QFETCH(QString, changes);
+        QFETCH(QString, colours);
+        QFETCH(bool, noTxEnabled);
+        auto window = editingWindow();
+        auto channel = ChannelRecord::channel(window->image(), 2);
+        channel.setTone(Side::Receive, {ToneKind::Ctcss, 0x0885});
+        channel.setOpen(!startBlank);
+        window->ReFlashData();
+        const RadioImage before = window->image();
+
+        QCheckBox* target = channelBox(window.get(), box.toLatin1(), 2);
+        if (target->isEnabled()) {
+            QTest::mouseClick(target, Qt::LeftButton);
+        }
+        QCOMPARE(changedBytes(before, window->image()), changes);
+        QCOMPARE(rowColours(window.get(), 2), colours);
+        QCOMPARE(channelBox(window.get(), "chkForbidTx", 2)->isEnabled(), noTxEnabled);
+        if (box == "chkSameFreq") {
+            QCOMPARE(cell(window.get(), 2, 3)->text(), QString("145.51250"));
+            QCOMPARE(cell(window.get(), 2, 4)->text(), QString("CTC 88.5"));
+            // Unticked, the cells keep their texts.
+            QTest::mouseClick(target, Qt::LeftButton);
+            QVERIFY(!target->isChecked());
+            QCOMPARE(cell(window.get(), 2, 3)->text(), QString("145.51250"));
+        }
+    }
+
+    // While Simplex is ticked, the transmit side follows receive edits; an
+    // edit of the transmit side ends it.
+    void simplexFollowsReceive() {
+        auto window = editingWindow();
+        QTest::mouseClick(channelBox(window.get(), "chkSameFreq", 3), Qt::LeftButton);
+        clickCell(window.get(), 3, 1);
+        QTest::keyClicks(inputBox(window.get()), "150.025");
+        QTest::keyClick(inputBox(window.get()), Qt::Key_Return);
+        QCOMPARE(cell(window.get(), 3, 3)->text(), QString("150.02500"));
+        const auto tx = ChannelView(window->image(), channelColumn(3)).frequency(Side::Transmit);
+        QCOMPARE(tx, (FrequencyCode{24004, true}));
+
+        clickCell(window.get(), 3, 3);
+        QTest::keyClicks(inputBox(window.get()), "151");
+        QTest::keyClick(inputBox(window.get()), Qt::Key_Return);
+        QVERIFY(!channelBox(window.get(), "chkSameFreq", 3)->isChecked());
+        clickCell(window.get(), 3, 1);
+        QTest::keyClicks(inputBox(window.get()), "152");
+        QTest::keyClick(inputBox(window.get()), Qt::Key_Return);
+        QCOMPARE(cell(window.get(), 3, 3)->text(), QString("151.00000"));
+    }
+
+    // The keys of a spreadsheet on channel 1.
+    void keyboard_data() {
+        QTest::addColumn<int>("column");
+        QTest::addColumn<int>("key");
+        QTest::addColumn<QString>("typed");
+        QTest::addColumn<QString>("result"); // box:TEXT, dialog, bytes, move:R,C
+        QTest::newRow("Enter on a frequency") << 1 << int(Qt::Key_Return) << ""
+                                              << "box:145.51250";
+        QTest::newRow("F2 on a frequency") << 3 << int(Qt::Key_F2) << ""
+                                           << "box:146.00000";
+        QTest::newRow("a digit") << 1 << 0 << "4"
+                                 << "box:4";
+        QTest::newRow("a point") << 3 << 0 << "."
+                                 << "box:.";
+        QTest::newRow("a digit on a tone") << 2 << 0 << "4"
+                                           << "move:1,2";
+        QTest::newRow("Enter on a tone") << 2 << int(Qt::Key_Return) << ""
+                                         << "dialog";
+        QTest::newRow("Space on a toggle") << 6 << int(Qt::Key_Space) << ""
+                                           << "bytes:101=04";
+        QTest::newRow("Enter on a toggle") << 5 << int(Qt::Key_Enter) << ""
+                                           << "bytes:101=10";
+        QTest::newRow("Right") << 8 << int(Qt::Key_Right) << ""
+                               << "move:1,8";
+        QTest::newRow("Down") << 8 << int(Qt::Key_Down) << ""
+                              << "move:2,8";
+        QTest::newRow("Left stops at RX Freq") << 1 << int(Qt::Key_Left) << ""
+                                               << "move:1,1";
+        QTest::newRow("Up stops at CH 1") << 1 << int(Qt::Key_Up) << ""
+                                          << "move:1,1";
+        QTest::newRow("Tab") << 4 << int(Qt::Key_Tab) << ""
+                             << "move:1,5";
+        QTest::newRow("Tab at the row end") << 8 << int(Qt::Key_Tab) << ""
+                                            << "move:2,1";
+    }
+
+    void keyboard() {
+        QFETCH(int, column);
+        QFETCH(int, key);
+        QFETCH(QString, typed);
+        QFETCH(QString, result);
+        auto window = editingWindow();
+        const RadioImage before = window->image();
+        focusCell(window.get(), 1, column);
+        ModalAnswerer answers;
+        QTableWidget* grid = channelGrid(window.get());
+        if (key != 0) {
+            QTest::keyClick(grid, Qt::Key(key));
+        } else {
+            QTest::keyClicks(grid, typed);
+        }
+        const QString kind = result.section(':', 0, 0);
+        const QString value = result.section(':', 1);
+        QCOMPARE(inputBox(window.get())->isVisible(), kind == "box");
+        QCOMPARE(answers.log().size(), kind == "dialog" ? 1 : 0);
+        if (kind == "box") {
+            QCOMPARE(inputBox(window.get())->text(), value);
+        } else if (kind == "bytes") {
+            QCOMPARE(changedBytes(before, window->image()), value);
+        } else if (kind == "move") {
+            const QString at = QString("%1,%2").arg(grid->currentRow()).arg(grid->currentColumn());
+            QCOMPARE(at, value);
+        }
+    }
+
+    // Right from W/N reaches the boxes beside the row; Space ticks them and
+    // Left leads back into the grid.
+    void boxesByKeyboard() {
+        auto window = editingWindow();
+        const RadioImage before = window->image();
+        focusCell(window.get(), 2, 8);
+        QTest::keyClick(channelGrid(window.get()), Qt::Key_Right);
+        QCheckBox* close = channelBox(window.get(), "chkClose", 2);
+        QVERIFY(close->hasFocus());
+        QTest::keyClick(close, Qt::Key_Right);
+        QCheckBox* noTx = channelBox(window.get(), "chkForbidTx", 2);
+        QVERIFY(noTx->hasFocus());
+        QTest::keyClick(noTx, Qt::Key_Space);
+        QCOMPARE(changedBytes(before, window->image()), QString("382=04"));
+        QTest::keyClick(noTx, Qt::Key_Down);
+        QVERIFY(channelBox(window.get(), "chkForbidTx", 3)->hasFocus());
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Left);
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Left);
+        QCOMPARE(QApplication::focusWidget(), channelGrid(window.get()));
+        QCOMPARE(channelGrid(window.get())->currentRow(), 3);
+    }
+
+    // Start-up, open and read put the keyboard on CH 1 / RX Freq.
+    void focusAfterStart() {
+        auto window = startWindow();
+        QVERIFY(QTest::qWaitForWindowActive(window.get()));
+        QTableWidget* grid = channelGrid(window.get());
+        QCOMPARE(QApplication::focusWidget(), grid);
+        QCOMPARE(grid->currentRow(), 1);
+        QCOMPARE(grid->currentColumn(), 1);
+    }
+
+    // Shift + arrows and a drag select rows without acting on a cell.
+    void selectingActsOnNothing() {
+        auto window = editingWindow();
+        const RadioImage before = window->image();
+        clickCell(window.get(), 1, 5);
+        clickCell(window.get(), 3, 5, Qt::ShiftModifier);
+        QTest::keyClick(channelGrid(window.get()), Qt::Key_Down, Qt::ShiftModifier);
+        QCOMPARE(changedBytes(before, window->image()), QString("101=10"));
+        auto* grid = channelGrid(window.get());
+        QCOMPARE(grid->selectionModel()->selectedIndexes().size(), 4);
+    }
+};
+
+QTEST_MAIN(TestGridEditing)
+#include "tst_grid_editing.moc"

@@ -1,0 +1,182 @@
+// The signalling dialog frmQTDQT, driven through its own controls.
+#include "frmQTDQT/frm_qtdqt.h"
+#include "ui_test_support.h"
+
+#include <QCheckBox>
+#include <QClipboard>
+#include <QComboBox>
+#include <QRadioButton>
+
+using zr310::ui::FrmQTDQT;
+
+namespace {
+
+// A dialog for a channel's receive side, shown and active.
+std::unique_ptr<FrmQTDQT> openDialog(const QString& sideText) {
+    auto dialog = std::make_unique<FrmQTDQT>(zr310::ui::kSideChannelRx, 3, sideText);
+    dialog->show();
+    dialog->activateWindow();
+    if (!QTest::qWaitForWindowActive(dialog.get())) {
+        qWarning("dialog not active");
+    }
+    return dialog;
+}
+
+QComboBox* list(QWidget* dialog, const QString& name) {
+    return child<QComboBox>(dialog, name);
+}
+
+} // namespace
+
+class TestSignalling : public QObject {
+    Q_OBJECT
+private slots:
+    void opening_data() {
+        QTest::addColumn<QString>("sideText");
+        QTest::addColumn<bool>("invert");
+        QTest::addColumn<QString>("shown"); // checked option, tone, code
+        QTest::newRow("off") << "OFF" << false << "OptOFF 67.0 023";
+        QTest::newRow("tone") << "CTC 88.5" << false << "OptCTC 88.5 023";
+        QTest::newRow("unlisted tone: nearest") << "CTC 100.5" << false << "OptCTC 100.0 023";
+        QTest::newRow("code") << "DCS 754" << false << "OptDCS 67.0 754";
+        QTest::newRow("inverted code") << "-DCS 023" << true << "OptDCS 67.0 023";
+        QTest::newRow("unlisted code as text") << "DCS 017" << false << "OptDCS 67.0 017";
+    }
+
+    void opening() {
+        QFETCH(QString, sideText);
+        QFETCH(bool, invert);
+        QFETCH(QString, shown);
+        auto dialog = openDialog(sideText);
+        QString option;
+        for (const QRadioButton* button : dialog->findChildren<QRadioButton*>()) {
+            option += button->isChecked() ? button->objectName() : QString();
+        }
+        QCOMPARE(QStringList({option, list(dialog.get(), "CboCTC")->currentText(),
+                              list(dialog.get(), "CboDCS")->currentText()})
+                     .join(' '),
+                 shown);
+        QCOMPARE(child<QCheckBox>(dialog.get(), "ChkDCS")->isChecked(), invert);
+    }
+
+    void typing_data() {
+        QTest::addColumn<QString>("before");
+        QTest::addColumn<int>("selected"); // characters selected at the end
+        QTest::addColumn<QString>("keys");
+        QTest::addColumn<bool>("paste");   // the keys' text pasted instead
+        QTest::addColumn<QString>("code"); // after Return
+        QTest::newRow("nothing") << "" << 0 << "" << false << "000";
+        QTest::newRow("one digit padded") << "" << 0 << "1" << false << "001";
+        QTest::newRow("8 and 9 lowered") << "" << 0 << "189" << false << "177";
+        QTest::newRow("three digits at most") << "" << 0 << "12345" << false << "123";
+        QTest::newRow("digit over selection") << "123" << 1 << "4" << false << "124";
+        QTest::newRow("backspace passes") << "123" << 0 << "\b4" << false << "124";
+        QTest::newRow("letters dropped") << "" << 0 << "a1-b. 2" << false << "012";
+        QTest::newRow("paste digits only") << "" << 0 << "x6-0 9z" << true << "607";
+        QTest::newRow("paste into room left") << "1" << 0 << "2345" << true << "123";
+    }
+
+    // Return moves to OK with the code made valid, and does not close the
+    // dialog; OK then gives that code.
+    void typing() {
+        QFETCH(QString, before);
+        QFETCH(int, selected);
+        QFETCH(QString, keys);
+        QFETCH(bool, paste);
+        QFETCH(QString, code);
+        auto dialog = openDialog("DCS 023");
+        QComboBox* codes = list(dialog.get(), "CboDCS");
+        codes->setFocus();
+        codes->lineEdit()->setText(before);
+        codes->lineEdit()->setSelection(before.size() - selected, selected);
+        if (paste) {
+            QApplication::clipboard()->setText(keys);
+            QTest::keySequence(codes, QKeySequence::Paste);
+        } else {
+            QTest::keyClicks(codes, keys);
+        }
+        QTest::keyClick(codes, Qt::Key_Return);
+        QCOMPARE(codes->currentText(), code);
+        QVERIFY(dialog->isVisible() && child(dialog.get(), "CmdOK")->hasFocus());
+        QTest::keyClick(child(dialog.get(), "CmdOK"), Qt::Key_Return);
+        QCOMPARE(dialog->result(), int(QDialog::Accepted));
+        QCOMPARE(dialog->resultText(), "DCS " + code);
+    }
+
+    void choose_data() {
+        QTest::addColumn<QString>("sideText");
+        QTest::addColumn<QString>("choice"); // option button and tone or typed code
+        QTest::addColumn<bool>("flipInvert");
+        QTest::addColumn<QString>("close"); // OK, Cancel, Esc (from the code list), box
+        QTest::addColumn<QString>("result");
+        QTest::newRow("off") << "CTC 88.5"
+                             << "OptOFF" << false << "OK"
+                             << "OFF";
+        QTest::newRow("tone") << "OFF"
+                              << "OptCTC 254.1" << false << "OK"
+                              << "CTC 254.1";
+        QTest::newRow("made octal") << "OFF"
+                                    << "OptDCS 98" << false << "OK"
+                                    << "DCS 077";
+        QTest::newRow("invert on") << "DCS 023"
+                                   << "OptDCS" << true << "OK"
+                                   << "-DCS 023";
+        QTest::newRow("invert off") << "-DCS 411"
+                                    << "OptDCS" << true << "OK"
+                                    << "DCS 411";
+        QTest::newRow("Cancel") << "CTC 88.5"
+                                << "OptDCS 5" << true << "Cancel"
+                                << "CTC 88.5";
+        QTest::newRow("Esc") << "-DCS 023"
+                             << "OptDCS 5" << true << "Esc"
+                             << "-DCS 023";
+        QTest::newRow("close box") << "DCS 017"
+                                   << "OptOFF" << false << "box"
+                                   << "DCS 017";
+    }
+
+    // The option button switches the lists; OK gives the choice, any other
+    // way out the text the dialog was opened with.
+    void choose() {
+        QFETCH(QString, sideText);
+        QFETCH(QString, choice);
+        QFETCH(bool, flipInvert);
+        QFETCH(QString, close);
+        QFETCH(QString, result);
+        auto dialog = openDialog(sideText);
+        QWidget* d = dialog.get();
+        const QString option = choice.section(' ', 0, 0);
+        const QString value = choice.section(' ', 1);
+        QTest::mouseClick(child(d, option), Qt::LeftButton);
+        QVERIFY(child<QRadioButton>(d, option)->isChecked());
+        QCOMPARE(child(d, "CboCTC")->isEnabled(), option == "OptCTC");
+        QCOMPARE(child(d, "CboDCS")->isEnabled(), option == "OptDCS");
+        QCOMPARE(child(d, "ChkDCS")->isEnabled(), option == "OptDCS");
+        if (option == "OptCTC") {
+            list(d, "CboCTC")->setCurrentIndex(list(d, "CboCTC")->findText(value));
+        } else if (!value.isEmpty()) {
+            list(d, "CboDCS")->setFocus();
+            list(d, "CboDCS")->lineEdit()->clear();
+            QTest::keyClicks(list(d, "CboDCS"), value);
+        }
+        if (flipInvert) {
+            QTest::mouseClick(child(d, "ChkDCS"), Qt::LeftButton);
+        }
+        if (close == "Esc") {
+            QTest::keyClick(list(d, "CboDCS"), Qt::Key_Escape);
+            QVERIFY(d->isVisible() && child(d, "CmdCancel")->hasFocus());
+            QTest::keyClick(child(d, "CmdCancel"), Qt::Key_Escape);
+        } else if (close == "box") {
+            d->close();
+        } else {
+            QTest::mouseClick(child(d, "Cmd" + close), Qt::LeftButton);
+        }
+        QVERIFY(!d->isVisible());
+        QCOMPARE(dialog->result(), int(close == "OK" ? QDialog::Accepted : QDialog::Rejected));
+        QCOMPARE(dialog->resultText(), result);
+        QCOMPARE(dialog->dcsInvert(), result.startsWith('-'));
+    }
+};
+
+QTEST_MAIN(TestSignalling)
+#include "tst_signalling.moc"
