@@ -168,8 +168,11 @@ private slots:
         clickCell(window.get(), 9, 5);
         QCOMPARE(window->image(), steps.back());
 
+        // By the keys, as a user would.
+        QTableWidget* grid = channelGrid(window.get());
+        grid->setFocus();
         for (int k = int(steps.size()) - 2; k >= 0; --k) {
-            trigger(window.get(), "MenuEditUndo");
+            QTest::keyClick(grid, Qt::Key_Z, Qt::ControlModifier);
             QCOMPARE(changedBytes(steps[std::size_t(k)], window->image()), QString());
         }
         QVERIFY(!child<QAction>(window.get(), "MenuEditUndo")->isEnabled());
@@ -177,7 +180,11 @@ private slots:
         QCOMPARE(child<QComboBox>(window.get(), "CboSQ")->currentIndex(), 0);
         QVERIFY(!window->isModified());
         for (std::size_t k = 1; k < steps.size(); ++k) {
-            trigger(window.get(), "MenuEditRedo");
+            if (k % 2 == 1) {
+                QTest::keyClick(grid, Qt::Key_Y, Qt::ControlModifier);
+            } else {
+                QTest::keyClick(grid, Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier);
+            }
             QCOMPARE(changedBytes(steps[k], window->image()), QString());
         }
         QVERIFY(!child<QAction>(window.get(), "MenuEditRedo")->isEnabled());

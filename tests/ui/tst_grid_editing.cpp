@@ -235,6 +235,46 @@ private slots:
         QCOMPARE(cell(window.get(), 3, 3)->text(), QString("151.00000"));
     }
 
+    // The signalling dialog from the grid: OK writes the cell and the image
+    // (the transmit side too while Simplex is ticked), Cancel leaves both; the
+    // cell is yellow while the dialog is open. Channel 2: receive flags 0x102
+    // (0x0C before), receive tone value 0x182/0x202.
+    void signallingFromGrid_data() {
+        QTest::addColumn<bool>("simplex");
+        QTest::addColumn<bool>("ok");
+        QTest::addColumn<QString>("changes");
+        QTest::newRow("OK") << false << true << "102=7C 182=13";
+        QTest::newRow("Cancel") << false << false << "";
+        QTest::newRow("OK, simplex") << true << true << "003=13 102=7C 182=13 382=7C";
+    }
+
+    void signallingFromGrid() {
+        QFETCH(bool, simplex);
+        QFETCH(bool, ok);
+        QFETCH(QString, changes);
+        auto window = editingWindow();
+        if (simplex) {
+            QTest::mouseClick(channelBox(window.get(), "chkSameFreq", 2), Qt::LeftButton);
+        }
+        const RadioImage before = window->image();
+        QColor background;
+        ModalAnswerer answers;
+        answers.answer([&](QWidget* dialog) {
+            background = cell(window.get(), 2, 2)->background().color();
+            child<QAbstractButton>(dialog, "OptDCS")->click();
+            child<QComboBox>(dialog, "CboDCS")->setEditText("023");
+            child<QAbstractButton>(dialog, "ChkDCS")->click();
+            ModalAnswerer::click(dialog,
+                                 child<QAbstractButton>(dialog, ok ? "CmdOK" : "CmdCancel"));
+        });
+        clickCell(window.get(), 2, 2);
+        QCOMPARE(background, QColor(Qt::yellow));
+        QVERIFY(!cell(window.get(), 2, 2)->data(Qt::BackgroundRole).isValid());
+        QCOMPARE(changedBytes(before, window->image()), changes);
+        QCOMPARE(cell(window.get(), 2, 2)->text(), QString(ok ? "-DCS 023" : "OFF"));
+        QCOMPARE(cell(window.get(), 2, 4)->text(), QString(ok && simplex ? "-DCS 023" : "OFF"));
+    }
+
     // The keys of a spreadsheet on channel 1.
     void keyboard_data() {
         QTest::addColumn<int>("column");
@@ -320,6 +360,13 @@ private slots:
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Left);
         QCOMPARE(QApplication::focusWidget(), channelGrid(window.get()));
         QCOMPARE(channelGrid(window.get())->currentRow(), 3);
+        // Ctrl+Tab leaves the grid: forward to the boxes, back to the lists.
+        QTest::keyClick(channelGrid(window.get()), Qt::Key_Tab, Qt::ControlModifier);
+        QCOMPARE(QApplication::focusWidget(), channelBox(window.get(), "chkClose", 1));
+        focusCell(window.get(), 1, 1);
+        QTest::keyClick(channelGrid(window.get()), Qt::Key_Backtab,
+                        Qt::ControlModifier | Qt::ShiftModifier);
+        QCOMPARE(QApplication::focusWidget()->objectName(), QString("CboPowSel"));
     }
 
     // Start-up, open and read put the keyboard on CH 1 / RX Freq.

@@ -98,6 +98,14 @@ QModelIndex ChannelGrid::moveCursor(CursorAction action, Qt::KeyboardModifiers m
 }
 
 void ChannelGrid::keyPressEvent(QKeyEvent* event) {
+    // Tab moves between the cells; Ctrl+Tab leaves the grid, as in a text
+    // editor: forward to the boxes beside it, backward to the option lists.
+    if ((event->key() == Qt::Key_Tab || event->key() == Qt::Key_Backtab) &&
+        (event->modifiers() & Qt::ControlModifier)) {
+        QWidget::focusNextPrevChild(event->key() == Qt::Key_Tab &&
+                                    !(event->modifiers() & Qt::ShiftModifier));
+        return;
+    }
     const QModelIndex current = currentIndex();
     const bool onCell = current.isValid() && isEditCell(current.row(), current.column());
     const bool plain = !(event->modifiers() & (Qt::ControlModifier | Qt::AltModifier));
