@@ -369,6 +369,18 @@ private slots:
         QCOMPARE(QApplication::focusWidget()->objectName(), QString("CboPowSel"));
     }
 
+    // After a language switch the toggles read and write the new words.
+    void togglesAfterLanguageSwitch() {
+        auto window = editingWindow();
+        trigger(window.get(), "mnuSetup_LangSet_1");
+        clickCell(window.get(), 1, 7);
+        QCOMPARE(cell(window.get(), 1, 7)->text(), text(1213, Language::Chinese));
+        QCOMPARE(window->image()[0x101], std::uint8_t(0x20));
+        clickCell(window.get(), 1, 7);
+        QCOMPARE(cell(window.get(), 1, 7)->text(), text(1214, Language::Chinese));
+        QCOMPARE(window->image()[0x101], std::uint8_t(0x00));
+    }
+
     // Start-up, open and read put the keyboard on CH 1 / RX Freq.
     void focusAfterStart() {
         auto window = startWindow();

@@ -238,6 +238,9 @@ void ChannelPanel::placeContents() {
     }
     const int gridHeight = headerHeight + kChannelCount * rowHeight + 2 * frame;
     m_grid->setGeometry(kMargin, top, gridWidth, gridHeight);
+    if (m_txtInputBox->isOpen()) {
+        m_txtInputBox->setGeometry(m_grid->visualItemRect(m_grid->item(m_boxRow, m_boxColumn)));
+    }
 
     const int boxesLeft = kMargin + gridWidth;
     const std::array<QLabel*, 3> legends{m_legendClose, m_legendNoTx, m_legendSimplex};
