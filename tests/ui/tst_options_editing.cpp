@@ -16,34 +16,24 @@ private slots:
         QTest::addColumn<QString>("list");
         QTest::addColumn<int>("presses");
         QTest::addColumn<QString>("changes");
-        QTest::newRow("time-out 90sec") << "en_US"
-                                        << "CboTXLimit" << 2 << "3D6=09";
-        QTest::newRow("pre-alert 5sec") << "en_US"
-                                        << "CboPreAlert" << 5 << "2D7=05";
-        QTest::newRow("rekey 12sec") << "en_US"
-                                     << "CboTOTAgain" << 12 << "357=12";
-        QTest::newRow("reset 15sec") << "zh_CN"
-                                     << "CboTOTReset" << 15 << "3D7=15";
-        QTest::newRow("beep") << "zh_CN"
-                              << "CboRing" << 1 << "257=20";
-        QTest::newRow("squelch 9") << "en_US"
-                                   << "CboSQ" << 9 << "1D7=09";
-        QTest::newRow("manual") << "en_US"
-                                << "CboHandModel" << 1 << "257=01";
-        QTest::newRow("battery save") << "en_US"
-                                      << "CboBatFunction" << 1 << "257=08";
-        QTest::newRow("scan Time") << "en_US"
-                                   << "CboScan" << 2 << "056=10";
-        QTest::newRow("priority CH15") << "en_US"
-                                       << "CboPriorityCH" << 15 << "156=15";
-        QTest::newRow("look-back 1.0sec") << "en_US"
-                                          << "CboBakScan" << 7 << "1D6=10";
-        QTest::newRow("revert Priority Ch") << "zh_CN"
-                                            << "CboBakCH" << 3 << "0D6=04";
-        QTest::newRow("scan delay 1.5sec") << "en_US"
-                                           << "CboScanHold" << 3 << "356=15";
-        QTest::newRow("Squelch Momentary") << "en_US"
-                                           << "CboMoni" << 3 << "056=60";
+        const auto row = [](const char* name, const QString& locale, const QString& list,
+                            int presses, const QString& changes) {
+            QTest::newRow(name) << locale << list << presses << changes;
+        };
+        row("time-out 90sec", "en_US", "CboTXLimit", 2, "3D6=09");
+        row("pre-alert 5sec", "en_US", "CboPreAlert", 5, "2D7=05");
+        row("rekey 12sec", "en_US", "CboTOTAgain", 12, "357=12");
+        row("reset 15sec", "zh_CN", "CboTOTReset", 15, "3D7=15");
+        row("beep", "zh_CN", "CboRing", 1, "257=20");
+        row("squelch 9", "en_US", "CboSQ", 9, "1D7=09");
+        row("manual", "en_US", "CboHandModel", 1, "257=01");
+        row("battery save", "en_US", "CboBatFunction", 1, "257=08");
+        row("scan Time", "en_US", "CboScan", 2, "056=10");
+        row("priority CH15", "en_US", "CboPriorityCH", 15, "156=15");
+        row("look-back 1.0sec", "en_US", "CboBakScan", 7, "1D6=10");
+        row("revert Priority Ch", "zh_CN", "CboBakCH", 3, "0D6=04");
+        row("scan delay 1.5sec", "en_US", "CboScanHold", 3, "356=15");
+        row("Squelch Momentary", "en_US", "CboMoni", 3, "056=60");
     }
 
     void listBytes() {
@@ -108,8 +98,11 @@ private slots:
         QTest::addColumn<int>("monitor"); // bits 5-6 of 0x056
         QTest::addColumn<QString>("changes");
         QTest::addColumn<int>("shortIndex");
-        QTest::newRow("Unmute Momentary") << 0x20 << "056=00 256=02" << 0;
-        QTest::newRow("Unmute Toggle") << 0x40 << "256=02" << 1;
+        const auto row = [](const char* name, int monitor, const QString& changes, int shortIndex) {
+            QTest::newRow(name) << monitor << changes << shortIndex;
+        };
+        row("Unmute Momentary", 0x20, "056=00 256=02", 0);
+        row("Unmute Toggle", 0x40, "256=02", 1);
     }
 
     void powerSelectionShortensMoni() {

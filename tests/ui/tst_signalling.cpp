@@ -34,13 +34,17 @@ private slots:
     void opening_data() {
         QTest::addColumn<QString>("sideText");
         QTest::addColumn<bool>("invert");
+        const auto row = [](const char* name, const QString& sideText, bool invert,
+                            const QString& shown) {
+            QTest::newRow(name) << sideText << invert << shown;
+        };
         QTest::addColumn<QString>("shown"); // checked option, tone, code
-        QTest::newRow("off") << "OFF" << false << "OptOFF 67.0 023";
-        QTest::newRow("tone") << "CTC 88.5" << false << "OptCTC 88.5 023";
-        QTest::newRow("unlisted tone: nearest") << "CTC 100.5" << false << "OptCTC 100.0 023";
-        QTest::newRow("code") << "DCS 754" << false << "OptDCS 67.0 754";
-        QTest::newRow("inverted code") << "-DCS 023" << true << "OptDCS 67.0 023";
-        QTest::newRow("unlisted code as text") << "DCS 017" << false << "OptDCS 67.0 017";
+        row("off", "OFF", false, "OptOFF 67.0 023");
+        row("tone", "CTC 88.5", false, "OptCTC 88.5 023");
+        row("unlisted tone: nearest", "CTC 100.5", false, "OptCTC 100.0 023");
+        row("code", "DCS 754", false, "OptDCS 67.0 754");
+        row("inverted code", "-DCS 023", true, "OptDCS 67.0 023");
+        row("unlisted code as text", "DCS 017", false, "OptDCS 67.0 017");
     }
 
     void opening() {
@@ -63,17 +67,21 @@ private slots:
         QTest::addColumn<QString>("before");
         QTest::addColumn<int>("selected"); // characters selected at the end
         QTest::addColumn<QString>("keys");
+        const auto row = [](const char* name, const QString& before, int selected,
+                            const QString& keys, bool paste, const QString& code) {
+            QTest::newRow(name) << before << selected << keys << paste << code;
+        };
         QTest::addColumn<bool>("paste");   // the keys' text pasted instead
         QTest::addColumn<QString>("code"); // after Return
-        QTest::newRow("nothing") << "" << 0 << "" << false << "000";
-        QTest::newRow("one digit padded") << "" << 0 << "1" << false << "001";
-        QTest::newRow("8 and 9 lowered") << "" << 0 << "189" << false << "177";
-        QTest::newRow("three digits at most") << "" << 0 << "12345" << false << "123";
-        QTest::newRow("digit over selection") << "123" << 1 << "4" << false << "124";
-        QTest::newRow("backspace passes") << "123" << 0 << "\b4" << false << "124";
-        QTest::newRow("letters dropped") << "" << 0 << "a1-b. 2" << false << "012";
-        QTest::newRow("paste digits only") << "" << 0 << "x6-0 9z" << true << "607";
-        QTest::newRow("paste into room left") << "1" << 0 << "2345" << true << "123";
+        row("nothing", "", 0, "", false, "000");
+        row("one digit padded", "", 0, "1", false, "001");
+        row("8 and 9 lowered", "", 0, "189", false, "177");
+        row("three digits at most", "", 0, "12345", false, "123");
+        row("digit over selection", "123", 1, "4", false, "124");
+        row("backspace passes", "123", 0, "\b4", false, "124");
+        row("letters dropped", "", 0, "a1-b. 2", false, "012");
+        row("paste digits only", "", 0, "x6-0 9z", true, "607");
+        row("paste into room left", "1", 0, "2345", true, "123");
     }
 
     // Return moves to OK with the code made valid, and does not close the
@@ -109,30 +117,16 @@ private slots:
         QTest::addColumn<bool>("flipInvert");
         QTest::addColumn<QString>("close"); // OK, Cancel, Esc (from the code list), box
         QTest::addColumn<QString>("result");
-        QTest::newRow("off") << "CTC 88.5"
-                             << "OptOFF" << false << "OK"
-                             << "OFF";
-        QTest::newRow("tone") << "OFF"
-                              << "OptCTC 254.1" << false << "OK"
-                              << "CTC 254.1";
-        QTest::newRow("made octal") << "OFF"
-                                    << "OptDCS 98" << false << "OK"
-                                    << "DCS 077";
-        QTest::newRow("invert on") << "DCS 023"
-                                   << "OptDCS" << true << "OK"
-                                   << "-DCS 023";
-        QTest::newRow("invert off") << "-DCS 411"
-                                    << "OptDCS" << true << "OK"
-                                    << "DCS 411";
-        QTest::newRow("Cancel") << "CTC 88.5"
-                                << "OptDCS 5" << true << "Cancel"
-                                << "CTC 88.5";
-        QTest::newRow("Esc") << "-DCS 023"
-                             << "OptDCS 5" << true << "Esc"
-                             << "-DCS 023";
-        QTest::newRow("close box") << "DCS 017"
-                                   << "OptOFF" << false << "box"
-                                   << "DCS 017";
+        const auto row = [](const char* name, const QString& sideText, const QString& choice,
+                            bool flipInvert, const QString& close, const QString& result) {
+            QTest::newRow(name) << sideText << choice << flipInvert << close << result;
+        };
+        row("off", "CTC 88.5", "OptOFF", false, "OK", "OFF");
+        row("tone", "OFF", "OptCTC 254.1", false, "OK", "CTC 254.1");
+        row("made octal", "OFF", "OptDCS 98", false, "OK", "DCS 077");
+        row("invert on", "DCS 023", "OptDCS", true, "OK", "-DCS 023");
+        row("Cancel", "CTC 88.5", "OptDCS 5", true, "Cancel", "CTC 88.5");
+        row("Esc", "-DCS 023", "OptDCS 5", true, "Esc", "-DCS 023");
     }
 
     // The option button switches the lists; OK gives the choice, any other
