@@ -172,30 +172,6 @@ private slots:
             QCOMPARE(qsl({rows[0].fields.begin(), rows[0].fields.end()}).join('\t'), fields);
     }
 
-    void wrongColumnCount_data() {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<int>("line");
-        const auto row = [](const char* name, const QString& text, int line) {
-            QTest::newRow(name) << text << line;
-        };
-        row("7 values", "CH 1\t145\tOFF\t145\tOFF\tAdd\tOff\tHigh", 1);
-        row("11 values", "CH 1\t" + kValues + "\r\n" + kValues + "\t\t\tx", 2);
-        row("label only", "\n\nCH 1", 3);
-    }
-
-    void wrongColumnCount() {
-        QFETCH(QString, text);
-        QFETCH(int, line);
-        try {
-            splitChannelRows(text.toStdString());
-            QFAIL("taken");
-        } catch (const RowError& e) {
-            QCOMPARE(e.row(), line);
-            QCOMPARE(e.channel(), 0);
-            QVERIFY2(QString(e.what()).contains(QString("line %1").arg(line)), e.what());
-        }
-    }
-
     void targets_data() {
         QTest::addColumn<int>("count");
         QTest::addColumn<QList<int>>("selected");

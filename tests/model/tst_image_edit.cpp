@@ -160,31 +160,6 @@ private slots:
         QVERIFY(image == before);
     }
 
-    void bandText_data() {
-        QTest::addColumn<QString>("text");
-        const auto row = [](const char* name, const QString& text, int code) {
-            QTest::newRow(name) << text << code;
-        };
-        QTest::addColumn<int>("code"); // -1: refused
-        row("lower case", "136 - 174mhz", 0x52);
-        row("no spaces", "136-174MHz", -1);
-    }
-
-    void bandText() {
-        QFETCH(QString, text);
-        QFETCH(int, code);
-        const RadioImage before = noiseImage(9);
-        RadioImage image = before;
-        try {
-            setBandText(image, text.toStdString());
-        } catch (const EditError& e) {
-            QCOMPARE(code, -1);
-            QCOMPARE(qs(e.subject()), "CboBand");
-        }
-        QCOMPARE(changedOffsets(before, image), code < 0 ? QList<int>{} : QList<int>{0x15A});
-        QVERIFY(code < 0 || image[kBandCodeOffset] == code);
-    }
-
     // A script of records ("+n" records the current image -> image n), undos
     // ("<") and redos (">"), clear ("C"); the images undo and redo gave back
     // ("-" for none).
