@@ -3,6 +3,7 @@
 #include "editing_support.h"
 
 #include <QLabel>
+#include <QWheelEvent>
 
 using namespace zr310;
 
@@ -69,6 +70,18 @@ private slots:
         QVERIFY(box->hasFocus());
         window->commitEdits();
         QCOMPARE(window->image()[0x1D7], std::uint8_t(2));
+    }
+
+    // The mouse wheel over a list without the focus writes at once.
+    void wheelWithoutFocus() {
+        auto window = editingWindow();
+        auto* box = child<QComboBox>(window.get(), "CboSQ");
+        QVERIFY(!box->hasFocus());
+        QWheelEvent wheel(QPointF(5, 5), box->mapToGlobal(QPointF(5, 5)), {}, {0, -120},
+                          Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+        QApplication::sendEvent(box, &wheel);
+        QCOMPARE(box->currentIndex(), 1);
+        QCOMPARE(window->image()[0x1D7], std::uint8_t(1));
     }
 
     // Narrow for the whole radio narrows every channel at once; back to

@@ -153,8 +153,16 @@ void MainForm::pasteChannels() {
         }
     }
 
+    // Sixteen channels with a header line are a few kilobytes: anything much
+    // larger is not channels, and is not worth reading through.
+    constexpr qsizetype kLongestChannelText = 64 * 1024;
+    const QString text = data->text();
+    if (text.size() > kLongestChannelText) {
+        warn(res(1130));
+        return;
+    }
     try {
-        const auto rows = splitChannelRows(data->text().toStdString());
+        const auto rows = splitChannelRows(text.toStdString());
         if (rows.empty()) {
             warn(res(1130));
             return;

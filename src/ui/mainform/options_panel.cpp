@@ -74,6 +74,13 @@ OptionsPanel::OptionsPanel(QWidget* parent) : QGroupBox(parent) {
         m_labels[indexOf(place.id)] = label;
         m_lists[indexOf(place.id)] = list;
         list->installEventFilter(this);
+        // A choice made without the focus (the mouse wheel over the list)
+        // has no leaving to wait for.
+        connect(list, &QComboBox::activated, this, [this, list, id = place.id] {
+            if (!list->hasFocus()) {
+                commit(id);
+            }
+        });
     }
     connect(list(OptionId::CboBandSel), &QComboBox::activated, this, &OptionsPanel::bandSelChosen);
     connect(list(OptionId::CboPowSel), &QComboBox::activated, this, &OptionsPanel::powSelChosen);
