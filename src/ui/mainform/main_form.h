@@ -132,6 +132,16 @@ private:
     void updateEditActions();
     void refreshChannels();
 
+    // The printed report, its preview and PDF (main_form_report.cpp).
+    void filePrint();
+    void filePrintPreview();
+    void fileExportPdf();
+    // Channels to and from CSV files (main_form_csv.cpp).
+    void fileImportCsv();
+    void fileExportCsv();
+    // The radio information window (main_form_info.cpp).
+    void showRadioInfo();
+
     // Transfers.
     void progRead();
     void progWrite();

@@ -55,6 +55,11 @@ void MainForm::createMenus() {
     m.menuFilesaveas = addItem(m.menufile, "menuFilesaveas");
     m.menufile->addSeparator();
     m.menuFilePrint = addItem(m.menufile, "menuFilePrint", Qt::CTRL | Qt::Key_P);
+    m.menuFilePrintPreview = addItem(m.menufile, "menuFilePrintPreview");
+    m.menuFileExportPdf = addItem(m.menufile, "menuFileExportPdf");
+    m.menufile->addSeparator();
+    m.menuFileImportCsv = addItem(m.menufile, "menuFileImportCsv");
+    m.menuFileExportCsv = addItem(m.menufile, "menuFileExportCsv");
     m.menufile->addSeparator();
     m.menuFileExit = addItem(m.menufile, "menuFileExit", Qt::CTRL | Qt::Key_E);
 
@@ -101,12 +106,6 @@ void MainForm::createMenus() {
     m.menuhelp->addSeparator();
     m.menuhelpAbout = addItem(m.menuhelp, "menuhelpAbout");
 
-    // Printing and the radio information window are not part of this
-    // window yet: their entries stay disabled.
-    for (QAction* later : {m.menuFilePrint, m.MenuRadioInfo}) {
-        later->setEnabled(false);
-    }
-
     // Whatever an editor holds reaches the image before any command runs
     // (a shortcut does not take the focus from the frequency box or a list).
     // Copy and Paste act on the frequency box itself while it is open.
@@ -122,6 +121,12 @@ void MainForm::createMenus() {
     connect(m.menuFilesave, &QAction::triggered, this, &MainForm::fileSave);
     connect(m.menuFilesaveas, &QAction::triggered, this, &MainForm::fileSaveAs);
     connect(m.menuFileExit, &QAction::triggered, this, &MainForm::close);
+    connect(m.menuFilePrint, &QAction::triggered, this, &MainForm::filePrint);
+    connect(m.menuFilePrintPreview, &QAction::triggered, this, &MainForm::filePrintPreview);
+    connect(m.menuFileExportPdf, &QAction::triggered, this, &MainForm::fileExportPdf);
+    connect(m.menuFileImportCsv, &QAction::triggered, this, &MainForm::fileImportCsv);
+    connect(m.menuFileExportCsv, &QAction::triggered, this, &MainForm::fileExportCsv);
+    connect(m.MenuRadioInfo, &QAction::triggered, this, &MainForm::showRadioInfo);
     connect(m.MenuEditCopy, &QAction::triggered, this, &MainForm::editCopy);
     connect(m.menuEditPaste, &QAction::triggered, this, &MainForm::editPaste);
     connect(m.MenuEditUndo, &QAction::triggered, this, &MainForm::editUndo);
@@ -192,14 +197,30 @@ void MainForm::ApplyLanguage() {
     for (const auto& [menu, id] : menuCaptions) {
         menu->setTitle(res(id));
     }
-    const std::pair<QAction*, int> itemCaptions[] = {
-        {m.menuFileopen, 1001},        {m.menuFilesave, 1002},        {m.menuFilesaveas, 1003},
-        {m.menuFilePrint, 1004},       {m.menuFileExit, 1005},        {m.MenuEditCopy, 1007},
-        {m.menuEditPaste, 1008},       {m.MenuEditUndo, 1025},        {m.MenuEditRedo, 1026},
-        {m.menuProgRead, 1010},        {m.menuProgWrite, 1011},       {m.MenuProgTest, 1012},
-        {m.MenuCHfrm, 1014},           {m.MenuRadioInfo, 1015},       {m.menuSetup_Port, 1017},
-        {m.mnuSetup_LangSet[0], 1019}, {m.mnuSetup_LangSet[1], 1020}, {m.menuhelptext, 1022},
-        {m.menuHelpID, 1023},          {m.menuhelpAbout, 1024}};
+    const std::pair<QAction*, int> itemCaptions[] = {{m.menuFileopen, 1001},
+                                                     {m.menuFilesave, 1002},
+                                                     {m.menuFilesaveas, 1003},
+                                                     {m.menuFilePrint, 1004},
+                                                     {m.menuFilePrintPreview, 1027},
+                                                     {m.menuFileExportPdf, 1028},
+                                                     {m.menuFileImportCsv, 1029},
+                                                     {m.menuFileExportCsv, 1030},
+                                                     {m.menuFileExit, 1005},
+                                                     {m.MenuEditCopy, 1007},
+                                                     {m.menuEditPaste, 1008},
+                                                     {m.MenuEditUndo, 1025},
+                                                     {m.MenuEditRedo, 1026},
+                                                     {m.menuProgRead, 1010},
+                                                     {m.menuProgWrite, 1011},
+                                                     {m.MenuProgTest, 1012},
+                                                     {m.MenuCHfrm, 1014},
+                                                     {m.MenuRadioInfo, 1015},
+                                                     {m.menuSetup_Port, 1017},
+                                                     {m.mnuSetup_LangSet[0], 1019},
+                                                     {m.mnuSetup_LangSet[1], 1020},
+                                                     {m.menuhelptext, 1022},
+                                                     {m.menuHelpID, 1023},
+                                                     {m.menuhelpAbout, 1024}};
     for (const auto& [action, id] : itemCaptions) {
         action->setText(res(id));
     }

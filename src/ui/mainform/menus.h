@@ -20,6 +20,10 @@ struct MainForm::Menus {
     QAction* menuFilesave = nullptr;
     QAction* menuFilesaveas = nullptr;
     QAction* menuFilePrint = nullptr;
+    QAction* menuFilePrintPreview = nullptr;
+    QAction* menuFileExportPdf = nullptr;
+    QAction* menuFileImportCsv = nullptr;
+    QAction* menuFileExportCsv = nullptr;
     QAction* menuFileExit = nullptr;
 
     QMenu* MenuEdit = nullptr;

@@ -1,0 +1,8 @@
+// The radio information window.
+#include "main_form.h"
+
+namespace zr310::ui {
+
+void MainForm::showRadioInfo() {}
+
+} // namespace zr310::ui
