@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cctype>
+#include <charconv>
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
@@ -24,8 +25,10 @@ double roundToWhole(double value) {
 // and no trailing zeros, shows a decimal point.
 bool singlePrecisionShowsFraction(float value) {
     char text[32];
-    std::snprintf(text, sizeof text, "%.7g", static_cast<double>(value));
-    return std::string(text).find('.') != std::string::npos;
+    const auto end =
+        std::to_chars(text, text + sizeof text, value, std::chars_format::general, 7).ptr;
+    return std::string_view(text, static_cast<std::size_t>(end - text)).find('.') !=
+           std::string_view::npos;
 }
 
 } // namespace
@@ -34,10 +37,16 @@ double frequencyMHz(FrequencyCode code) {
     return code.steps * (code.step625 ? kStep625kHz : kStep5kHz) / 1000.0;
 }
 
+// Numbers are written and read in the C way (a decimal point) whatever the
+// user's locale: std::to_chars and std::from_chars do not look at it.
 std::string formatFrequency(double mhz) {
-    char text[32];
-    std::snprintf(text, sizeof text, "%09.5f", mhz);
-    return text;
+    char text[64];
+    const auto end = std::to_chars(text, text + sizeof text, mhz, std::chars_format::fixed, 5).ptr;
+    std::string formatted(text, end);
+    if (formatted.size() < 9) {
+        formatted.insert(formatted.front() == '-' ? 1 : 0, 9 - formatted.size(), '0');
+    }
+    return formatted;
 }
 
 FrequencyCode encodeFrequency(double mhz) {
@@ -69,7 +78,13 @@ double leadingNumber(std::string_view text) {
             break;
         }
     }
-    return std::strtod(number.c_str(), nullptr);
+    double value = 0;
+    const char* first = number.data();
+    if (!number.empty() && number.front() == '+') {
+        ++first; // from_chars takes no plus sign
+    }
+    std::from_chars(first, number.data() + number.size(), value);
+    return value;
 }
 
 bool isPlainDecimalNumber(std::string_view text) {
