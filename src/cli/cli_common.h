@@ -20,6 +20,7 @@ inline constexpr int kExitNoResponse = 3;
 inline constexpr int kExitInterrupted = 4;
 inline constexpr int kExitFileRefused = 5;
 inline constexpr int kExitDeclined = 6;
+inline constexpr int kExitRefused = 8; // the radio refused a tuning frame
 
 // A mistake in the command line: the message names what was wrong.
 class UsageError : public std::runtime_error {

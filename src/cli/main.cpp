@@ -1,9 +1,12 @@
 // zr310-cli: scripting and batch use of the ZR-310 programming core.
 
 #include "cli_common.h"
+#include "csv_commands.h"
 #include "edit_commands.h"
+#include "report_command.h"
 #include "show_command.h"
 #include "transfer_commands.h"
+#include "tune_command.h"
 
 #include <functional>
 #include <iostream>
@@ -21,11 +24,20 @@ Commands:
   new OUT [--force]                       write a new data file holding the start image
   show FILE [--json] [--lang en|zh]       everything the main window shows for FILE
   set FILE KEY=VALUE... [-o OUT]          edit FILE (or write the result to OUT)
+  export-csv FILE -o OUT.csv              the open channels of FILE as CSV (docs/csv.md)
+  import-csv FILE IN.csv [-o OUT]         set the channels IN.csv names in FILE (or OUT)
+  report FILE -o OUT.pdf [--lang en|zh]   the printed report of FILE as a PDF
   read --port PORT -o OUT                 read the radio into OUT (.k720 or .bin)
   write --port PORT IN [--yes]            write IN to the radio (--yes: go on with a
                                           version-1.0 radio without asking)
   info --port PORT [--json]               the radio ID, recent write date and user text
   info --port PORT --set-text TEXT        set the radio's user text
+  tune --port PORT --get [--json]         the five tuning values stored in the radio
+  tune --port PORT [--keep] NAME=VALUE... try each value in tuning mode, then keep it
+                                          (--keep) or cancel it; NAME is low_battery,
+                                          squelch9, squelch3, ctcss_deviation or
+                                          cdcss_deviation, VALUE 0..255 or 0x00..0xFF
+  tune --port PORT --write-test FILE      write the test channels of FILE to the radio
 
 FILE is a data file (.k720) or a raw image (.bin, 1024 bytes in radio address order).
 PORT is COM1..COM4, a serial device (/dev/ttyUSB0, COM7), or sim (a built-in emulated radio).
@@ -36,7 +48,7 @@ Keys of set: chN.rx_freq chN.tx_freq chN.rx_tone chN.tx_tone chN.scan chN.busy_l
   option lists (CboTXLimit, CboSQ, ...) set to an item text; tuning.NAME (0..255);
   user_text (at most 96 characters).
 Exit status: 0 done, 2 usage error, 3 no response, 4 interrupted, 5 file refused,
-  6 write to a version-1.0 radio declined.
+  6 write to a version-1.0 radio declined, 8 a tuning frame refused by the radio.
 )";
 
 const std::map<std::string, Command>& commands() {
@@ -44,9 +56,13 @@ const std::map<std::string, Command>& commands() {
         {"new", zr310::runNewCommand},
         {"show", zr310::runShowCommand},
         {"set", zr310::runSetCommand},
+        {"export-csv", zr310::runExportCsvCommand},
+        {"import-csv", zr310::runImportCsvCommand},
+        {"report", zr310::runReportCommand},
         {"read", zr310::runReadCommand},
         {"write", zr310::runWriteCommand},
         {"info", zr310::runInfoCommand},
+        {"tune", zr310::runTuneCommand},
     };
     return table;
 }

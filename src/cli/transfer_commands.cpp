@@ -5,6 +5,7 @@
 #include "ports.h"
 #include "radio_info.h"
 #include "serial_transfer.h"
+#include "transfer_support.h"
 
 #include <QCoreApplication>
 #include <QEventLoop>
@@ -31,31 +32,6 @@ namespace {
 constexpr int kMsgRadioId = 1400;
 constexpr int kMsgRecentWriteDate = 1401;
 constexpr std::string_view kUserTextCaption = "User-Defined Informations";
-
-// The transfers run on Qt's event loop; the command line has no application
-// object of its own until one is needed. It lives until the process ends.
-void ensureApplication() {
-    if (QCoreApplication::instance())
-        return;
-    static int argc = 1;
-    static char name[] = "zr310-cli";
-    static char* argv[] = {name, nullptr};
-    new QCoreApplication(argc, argv);
-}
-
-// The texts keep the line breaks of message boxes ("\r\r\n").
-std::string plain(std::string_view text) {
-    std::string result;
-    for (char c : text) {
-        if (c != '\r')
-            result += c;
-    }
-    return result;
-}
-
-std::string text(int id, Language language) {
-    return plain(ResString(id, language));
-}
 
 bool isTerminal(std::FILE* stream) {
     return ZR310_ISATTY(ZR310_FILENO(stream)) != 0;
@@ -88,55 +64,6 @@ private:
     bool m_on = false;
     bool m_drawn = false;
 };
-
-template <typename Transfer> TransferResult runToEnd(Transfer& transfer) {
-    QEventLoop loop;
-    TransferResult result;
-    bool ended = false;
-    QObject::connect(&transfer, &Transfer::finished, &loop, [&](const TransferResult& r) {
-        result = r;
-        ended = true;
-        loop.quit();
-    });
-    transfer.start();
-    if (!ended)
-        loop.exec();
-    return result;
-}
-
-struct PortArgs {
-    std::string port;
-    Language language = Language::English;
-};
-
-PortArgs takePortArgs(std::vector<std::string>& args) {
-    PortArgs parsed;
-    parsed.language = takeLanguageOption(args);
-    parsed.port = takeValueOption(args, "--port", "-p");
-    if (parsed.port.empty())
-        throw UsageError("--port PORT is required (COM1..COM4, a device, or sim)");
-    return parsed;
-}
-
-// Reports a transfer that did not complete; returns its exit status.
-int reportFailure(const TransferResult& result, const PortArgs& port, TransferKind kind,
-                  std::ostream& err) {
-    switch (result.outcome) {
-    case TransferOutcome::NoResponse: {
-        const auto message = noResponseText(QString::fromStdString(port.port), port.language);
-        err << text(kMsgCommunicationError, port.language) << ": " << plain(message.toStdString())
-            << '\n';
-        return kExitNoResponse;
-    }
-    case TransferOutcome::Declined:
-        return kExitDeclined;
-    default: {
-        const int id = kind == TransferKind::Read ? kMsgReadInterrupted : kMsgWriteInterrupted;
-        err << text(kMsgError, port.language) << ": " << text(id, port.language) << '\n';
-        return kExitInterrupted;
-    }
-    }
-}
 
 bool endsWith(const std::string& s, std::string_view suffix) {
     if (s.size() < suffix.size())

@@ -58,6 +58,8 @@ std::optional<RadioFault> RadioFault::parse(std::string_view text) {
         return RadioFault{Kind::ShortIdent, 0};
     if (text == "noise")
         return RadioFault{Kind::Noise, 0};
+    if (text == "refuse-tuning")
+        return RadioFault{Kind::RefuseTuning, 0};
     const auto colon = text.find(':');
     if (colon == std::string_view::npos)
         return std::nullopt;
@@ -89,6 +91,8 @@ std::string RadioFault::toString() const {
         return "drop:" + n;
     case Kind::Noise:
         return block == 0 ? "noise" : "noise:" + n;
+    case Kind::RefuseTuning:
+        return "refuse-tuning";
     }
     return {};
 }
@@ -264,6 +268,8 @@ std::vector<std::uint8_t> EmulatedRadio::handleTuning() {
     const std::uint8_t value = m_packet[1];
     const std::uint8_t op = m_packet[2];
     const std::vector<std::uint8_t> refused{kTuneRefused};
+    if (m_options.fault.kind == RadioFault::Kind::RefuseTuning)
+        return withNoise(refused, false);
     switch (op) {
     case kTuneOpEnter: {
         const auto* item = itemByCode(head);
@@ -286,12 +292,21 @@ std::vector<std::uint8_t> EmulatedRadio::handleTuning() {
         }
         return withNoise({kAck}, false);
     }
-    case kTuneOpCancel:
-        // The code that travels with a cancel is not checked: whatever item
-        // is being adjusted is dropped and the radio is back on its test
-        // channels.
+    case kTuneOpCancel: {
+        // The value being tried is dropped. A cancel carrying another item's
+        // code switches to that item (the technician chose it while one was
+        // in progress) and reports its stored value as an enter does; the
+        // code of the item in progress, or no item's code, goes back to the
+        // test channels.
+        const auto* item = itemByCode(head);
+        if (m_tuneItem && item && item->itemCode != *m_tuneItem) {
+            m_tuneItem = item->itemCode;
+            m_tuneValue = m_memory[tuningAddress(*item)];
+            return withNoise({kTuneValueReply, m_tuneValue}, false);
+        }
         m_tuneItem.reset();
         return withNoise({kAck}, false);
+    }
     default:
         return withNoise(refused, false);
     }

@@ -19,16 +19,18 @@ namespace zr310 {
 struct RadioFault {
     enum class Kind {
         None,
-        Silent,     // never answers
-        ShortIdent, // identification of 7 bytes
-        BadLead,    // the reply to block `block` leads with another byte
-        Drop,       // no reply from block `block` on
-        Noise,      // stray bytes before every reply, or before block `block`'s
+        Silent,       // never answers
+        ShortIdent,   // identification of 7 bytes
+        BadLead,      // the reply to block `block` leads with another byte
+        Drop,         // no reply from block `block` on
+        Noise,        // stray bytes before every reply, or before block `block`'s
+        RefuseTuning, // answers 'b' to every tuning frame but leaving tuning mode
     };
     Kind kind = Kind::None;
     int block = 0; // 1-based block packet of the session; 0 = every reply (noise)
 
-    // "silent", "short-ident", "bad-lead:N", "drop:N", "noise", "noise:N".
+    // "silent", "short-ident", "bad-lead:N", "drop:N", "noise", "noise:N",
+    // "refuse-tuning".
     static std::optional<RadioFault> parse(std::string_view text);
     std::string toString() const;
 };

@@ -34,7 +34,8 @@ public:
     const std::string& devicePath() const { return m_devicePath; }
 
     // Serves until `stop` is set (looked at every 50 ms at least). Calls
-    // `onCommit` after each completed write to the radio's memory, on the
+    // `onCommit` after each change the radio commits to its memory (a completed
+    // write, a confirmed tuning value; see EmulatedRadio::commits()), on the
     // serving thread.
     void run(const std::atomic<bool>& stop, const std::function<void()>& onCommit = {});
 

@@ -84,17 +84,29 @@ LinkAction TuningExchange::onReply(std::span<const std::uint8_t> reply) {
     const std::uint8_t lead = reply[0];
     if (lead == kTuneRefused)
         return finish(Result::Refused);
-    if (m_command == TuneCommand::Enter) {
-        if (lead != kTuneValueReply)
-            return {}; // a stray byte: the watchdog ends the exchange
+    // An enter is always answered with the item's value; a cancel is when
+    // it switched the radio to another item.
+    const bool mayReport = m_command == TuneCommand::Enter || m_command == TuneCommand::Cancel;
+    if (lead == kTuneValueReply && mayReport) {
         m_valueLeadSeen = true;
         LinkAction action;
         action.receiveThreshold = m_awaited = 1;
         return action;
     }
-    if (lead != kAck)
-        return {};
+    if (lead != kAck || m_command == TuneCommand::Enter)
+        return {}; // a stray byte: the watchdog ends the exchange
     return finish(Result::Acknowledged);
+}
+
+int TuningExchange::messageId() const {
+    switch (m_result) {
+    case Result::NoAnswer:
+        return kMsgTuningInterrupted;
+    case Result::Refused:
+        return kMsgTuningError;
+    default:
+        return 0;
+    }
 }
 
 LinkAction TuningExchange::onWatchdog() {

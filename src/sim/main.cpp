@@ -5,8 +5,9 @@
 // Prints "PTY <device>" as its first line, then serves one programming
 // session after another on that device until SIGINT or SIGTERM. FILE holds
 // the radio's 1024 bytes in radio address order; a missing file starts as an
-// erased radio (all 0xFF). After every completed write the memory is written
-// back to FILE atomically.
+// erased radio (all 0xFF). After every change the radio makes to its memory
+// (a completed write of any kind, radio information included, and a tuning
+// value confirmed with OK) the memory is written back to FILE atomically.
 
 #include "atomic_file.h"
 #include "emulated_radio.h"
@@ -45,8 +46,10 @@ constexpr std::string_view kUsage =
     "usage: zr310-sim --memory FILE.bin [--version10] [--fault KIND] [--no-line-delay]\n"
     "  --memory FILE    the radio's 1024 bytes in radio address order; created\n"
     "                   (erased, all 0xFF) when missing, rewritten after each write\n"
+    "                   and each confirmed tuning value\n"
     "  --version10      identify as a version-1.0 radio\n"
-    "  --fault KIND     silent | short-ident | bad-lead:N | drop:N | noise | noise:N\n"
+    "  --fault KIND     silent | short-ident | bad-lead:N | drop:N | noise | noise:N |\n"
+    "                   refuse-tuning\n"
     "  --no-line-delay  answer at once instead of at 9600 baud\n";
 
 std::optional<Options> parseOptions(const std::vector<std::string_view>& args, std::string& error) {

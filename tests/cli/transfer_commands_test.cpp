@@ -1,8 +1,10 @@
-// zr310-cli read/write/info against zr310-sim over a real pseudo-terminal.
+// zr310-cli read/write/info/tune against zr310-sim over a real pseudo-terminal.
 // The commands run in this process; the radio is the zr310-sim program.
 
 #include "cli_test_util.h"
 #include "transfer_commands.h"
+#include "tune_command.h"
+#include "tuning.h"
 
 #include <QProcess>
 #include <QtTest>
@@ -74,6 +76,8 @@ private slots:
     void write_data();
     void write();
     void info();
+    void tune_data();
+    void tune();
     void usage_data();
     void usage();
 
@@ -222,8 +226,66 @@ void TestTransferCommands::info() {
     QVERIFY2(shown.contains("最近写频日期: 2006-05-18, 09:30:00"), qPrintable(shown));
 }
 
+// Stored in the radio: low_battery 10, squelch9 20, squelch3 30,
+// ctcss_deviation 40, cdcss_deviation 50 (radio addresses 0x2F0..0x2F4).
+void TestTransferCommands::tune_data() {
+    QTest::addColumn<QString>("simOptions");
+    QTest::addColumn<QStringList>("args");
+    QTest::addColumn<int>("status");
+    QTest::addColumn<QString>("shown");  // on stdout, or stderr when failed
+    QTest::addColumn<QString>("stored"); // radio addresses 0x2F0..0x2F4 afterwards
+    const auto row = [](const char* name, const char* sim, const char* args, int status,
+                        const char* shown, const char* stored = "0a141e2832") {
+        QTest::newRow(name) << QString(sim) << QString(args).split(' ') << status << QString(shown)
+                            << QString(stored);
+    };
+    row("get", "", "--get", 0, "squelch3: 30\nctcss_deviation: 40\n");
+    row("get, json", "", "--get --json", 0, "\"tuning\": {\n    \"low_battery\": 10,");
+    row("keep", "", "squelch9=0x45 cdcss_deviation=200 --keep", 0,
+        "squelch9: before 20, after 69\ncdcss_deviation: before 50, after 200\n", "0a451e28c8");
+    row("cancel", "", "squelch3=0 squelch3=255", 0, "squelch3: before 30, after 30\n");
+    row("write test channels", "", "--write-test in.bin", 0, "Writing completed");
+    row("silent radio", "--fault silent", "--get", 3, "Port has no response");
+    row("radio refusing", "--fault refuse-tuning", "squelch9=1 --keep", 8, "Tuning error");
+}
+
+void TestTransferCommands::tune() {
+    QFETCH(QString, simOptions);
+    QFETCH(QStringList, args);
+    QFETCH(int, status);
+    QFETCH(QString, shown);
+    QFETCH(QString, stored);
+    QRandomGenerator random(13);
+    RadioImage radioImage = randomImage(random);
+    for (int i = 0; i < 5; ++i)
+        setTuningValue(radioImage, kTuningItems[i].item, std::uint8_t(10 * (i + 1)));
+    const RadioImage fileImage = randomImage(random);
+    writeRaw(path("radio.bin").toStdString(), radioImage);
+    writeRaw(path("in.bin").toStdString(), fileImage);
+    SimProcess sim(path("radio.bin"), "--no-line-delay " + simOptions);
+    QVERIFY(!sim.port().empty());
+
+    args.replaceInStrings("in.bin", path("in.bin"));
+    const auto run = runCommand(
+        runTuneCommand, argList(QStringList{"--port", QString::fromStdString(sim.port())} + args));
+    QVERIFY2(run.status == status, run.err.c_str());
+    QVERIFY2(QString::fromStdString(status == 0 ? run.out : run.err).contains(shown),
+             (run.out + run.err).c_str());
+
+    // zr310-sim saves its memory after a confirmed value and a completed write only.
+    const bool writesTest = args.contains("--write-test");
+    if (status == 0 && (args.contains("--keep") || writesTest))
+        QVERIFY(sim.waitForSave());
+    const auto after = readRaw(path("radio.bin").toStdString()).toRadioOrder();
+    QCOMPARE(QByteArray(reinterpret_cast<const char*>(after.data()) + 0x2F0, 5).toHex(),
+             stored.toLatin1());
+    const auto before = radioImage.toRadioOrder(), test = fileImage.toRadioOrder();
+    for (int a = 0x100; a < 0x1B0; ++a)
+        QCOMPARE(after[a], writesTest ? test[a] : before[a]);
+}
+
 void TestTransferCommands::usage_data() {
-    QTest::addColumn<int>("command"); // 0 read, 1 write, 2 info
+    QTest::addColumn<int>("command"); // 0 read, 1 write, 2 info, 3 tune
     QTest::addColumn<QStringList>("args");
     QTest::newRow("read without port") << 0 << QStringList{"-o", "x.bin"};
     QTest::newRow("write without file") << 1 << QStringList{"--port", "sim"};
@@ -232,6 +294,13 @@ void TestTransferCommands::usage_data() {
         << 2 << QStringList{"--port", "sim", "--set-text", QString(97, 'x')};
     QTest::newRow("json with set-text")
         << 2 << QStringList{"--port", "sim", "--json", "--set-text", "a"};
+    // A port that is not there: had anything been sent, the status would be 3.
+    const QString none = "/dev/zr310-no-such-port";
+    for (const auto& [name, args] : std::initializer_list<std::pair<const char*, QStringList>>{
+             {"tune: unknown item", {"squelch9=1", "squelch7=1"}},
+             {"tune: value above 255", {"squelch9=256"}},
+             {"tune: two forms", {"--get", "squelch9=1"}}})
+        QTest::newRow(name) << 3 << QStringList{"--port", none} + args;
 }
 
 void TestTransferCommands::usage() {
@@ -240,7 +309,7 @@ void TestTransferCommands::usage() {
     std::vector<std::string> list;
     for (const auto& a : args)
         list.push_back(a.toStdString());
-    const std::array commands{runReadCommand, runWriteCommand, runInfoCommand};
+    const std::array commands{runReadCommand, runWriteCommand, runInfoCommand, runTuneCommand};
     const auto run = runCommand(commands[command], list);
     QCOMPARE(run.status, kExitUsage);
     QVERIFY(!run.err.empty());

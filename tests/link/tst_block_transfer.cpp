@@ -1,10 +1,12 @@
 // Both transfer engines on a virtual line against the emulated radio: what
 // is sent and when, what ends up stored, and how each bad or missing reply
-// ends the exchange.
+// ends the exchange. Then one tuning exchange per command, with the answers
+// a radio may give.
 
 #include "link_test_util.h"
 #include "programming_transfer.h"
 #include "radio_info_transfer.h"
+#include "tuning_exchange.h"
 
 #include <QtTest>
 #include <random>
@@ -16,6 +18,8 @@ using namespace std::chrono;
 Q_DECLARE_METATYPE(zr310::TransferKind)
 Q_DECLARE_METATYPE(zr310::TransferOutcome)
 Q_DECLARE_METATYPE(std::vector<int>)
+Q_DECLARE_METATYPE(zr310::TuneCommand)
+Q_DECLARE_METATYPE(zr310::TuningExchange::Result)
 
 enum class Fault { Missing, BadLead, Short, Long };
 Q_DECLARE_METATYPE(Fault)
@@ -90,6 +94,8 @@ private slots:
     void version10Write_data();
     void version10Write();
     void randomReplies();
+    void tuningExchange_data();
+    void tuningExchange();
 };
 
 void TestBlockTransfer::completeTransfer_data() {
@@ -359,6 +365,61 @@ void TestBlockTransfer::randomReplies() {
         QVERIFY(transfer->outcome() != TransferOutcome::Running);
         QVERIFY(!link.portOpen());
     }
+}
+
+void TestBlockTransfer::tuningExchange_data() {
+    QTest::addColumn<TuneCommand>("command");
+    QTest::addColumn<int>("item");
+    QTest::addColumn<QByteArray>("reply"); // empty: the radio stays silent
+    QTest::addColumn<QByteArray>("frame"); // what was sent
+    QTest::addColumn<TuningExchange::Result>("result");
+    QTest::addColumn<int>("reported");
+    using R = TuningExchange::Result;
+    using C = TuneCommand;
+    const auto row = [](const char* name, C command, int item, const char* reply, const char* frame,
+                        R result, int reported = 0) {
+        QTest::newRow(name) << command << item << QByteArray::fromHex(reply)
+                            << QByteArray::fromHex(frame) << result << reported;
+    };
+    row("enter", C::Enter, 0x33, "4720", "330000", R::ValueReported, 0x20);
+    row("enter, refused", C::Enter, 0x22, "62", "220000", R::Refused);
+    row("enter, silence", C::Enter, 0x33, "", "330000", R::NoAnswer);
+    row("enter, ACK is no answer", C::Enter, 0x33, "06", "330000", R::NoAnswer);
+    row("enter, value byte missing", C::Enter, 0x33, "47", "330000", R::NoAnswer);
+    row("value", C::Value, 0x55, "06", "6d4401", R::Acknowledged);
+    row("value, 'G' is no answer", C::Value, 0x77, "4720", "514401", R::NoAnswer);
+    row("value of no item: nothing sent", C::Value, 0xBB, "06", "", R::Invalid);
+    row("confirm", C::Confirm, 0x99, "06", "444402", R::Acknowledged);
+    row("cancel", C::Cancel, 0x33, "06", "330003", R::Acknowledged);
+    row("cancel switching items", C::Cancel, 0x55, "4730", "550003", R::ValueReported, 0x30);
+    row("cancel, refused", C::Cancel, 0x55, "62", "550003", R::Refused);
+    row("leave", C::Leave, 0xBB, "06", "06", R::Acknowledged);
+    row("leave, silence", C::Leave, 0xBB, "", "06", R::NoAnswer);
+}
+
+void TestBlockTransfer::tuningExchange() {
+    QFETCH(TuneCommand, command);
+    QFETCH(int, item);
+    QFETCH(QByteArray, reply);
+    QFETCH(QByteArray, frame);
+    QFETCH(TuningExchange::Result, result);
+    QFETCH(int, reported);
+    TuningEngine engine;
+    engine.frame = {command, std::uint8_t(item), 0x44};
+    VirtualLink link(engine);
+    link.setResponder([&](int, auto) { return Bytes(reply.begin(), reply.end()); });
+    QVERIFY(link.run());
+
+    const auto& sent = link.sent();
+    QCOMPARE(sent.empty() ? Bytes{} : sent[0].bytes, Bytes(frame.begin(), frame.end()));
+    QCOMPARE(engine.exchange.result(), result);
+    QCOMPARE(int(engine.exchange.reportedValue()), reported);
+    // Sent after 20 ms; the answer ends it at once, the 300 ms watchdog otherwise.
+    const int endMs = sent.empty() ? 0 : result == TuningExchange::Result::NoAnswer ? 320 : 20;
+    QCOMPARE(duration_cast<milliseconds>(*link.finishedAt()).count(), endMs);
+    // The port stays open for the next exchange until leaving was acknowledged.
+    const bool left = command == TuneCommand::Leave && engine.exchange.answered();
+    QCOMPARE(link.portOpen(), !sent.empty() && !left);
 }
 
 QTEST_APPLESS_MAIN(TestBlockTransfer)

@@ -36,7 +36,8 @@ private slots:
 void TestEmulatedRadio::faultNames_data() {
     QTest::addColumn<QString>("text");
     QTest::addColumn<bool>("valid");
-    for (const char* ok : {"silent", "short-ident", "noise", "noise:4", "bad-lead:1", "drop:128"})
+    for (const char* ok :
+         {"silent", "short-ident", "noise", "noise:4", "bad-lead:1", "drop:128", "refuse-tuning"})
         QTest::newRow(ok) << QString(ok) << true;
     for (const char* bad : {"", "drop", "drop:0", "bad-lead:x", "loud", "drop:3x"})
         QTest::newRow(bad[0] ? bad : "empty") << QString(bad) << false;
@@ -81,6 +82,19 @@ void TestEmulatedRadio::answers_data() {
         opened + "0606" + "06" + ident);
     row("wake-up in tuning mode", "none", kOpen + "QZVTUNE" + kWake + "\x02",
         opened + "06" + "06" + ident);
+    // Tuning mode (stored: 0x2F1 = 0x97, 0x2F2 = 0x9e): 'G' + value, 0x06, or 'b'.
+    const QByteArray tune = kOpen + "QZVTUNE", tuned = opened + "06";
+    const QByteArray enter33("\x33\x00\x00", 3), cancel33("\x33\x00\x03", 3),
+        cancel55("\x55\x00\x03", 3), try44("M\x44\x01", 3), try10("m\x10\x01", 3);
+    row("tune: cancel with another item switches", "none",
+        tune + enter33 + try44 + cancel55 + try10 + try44, tuned + "4797" + "06479e" + "0662");
+    row("tune: cancel of the item in progress", "none", tune + enter33 + cancel33 + try44,
+        tuned + "4797" + "06" + "62");
+    row("tune: cancel with no item", "none", tune + cancel55 + try10, tuned + "06" + "62");
+    row("tune: refusing", "refuse-tuning", tune + enter33 + cancel33 + "\x06",
+        tuned + "62" + "62" + "06");
+    row("tune: unknown item, leave", "none", tune + QByteArray("\x22\x00\x00\x06", 4) + enter33,
+        tuned + "62" + "06");
 }
 
 void TestEmulatedRadio::answers() {

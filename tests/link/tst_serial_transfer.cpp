@@ -50,6 +50,8 @@ class TestSerialTransfer : public QObject {
 
 private slots:
     void enterTuningAndTune();
+    void submittedFrames_data();
+    void submittedFrames();
     void ports();
 };
 
@@ -98,6 +100,62 @@ void TestSerialTransfer::enterTuningAndTune() {
             QCOMPARE(finished.first().at(1).toInt(), 0x20);
         QCOMPARE(int(radio->memory()[0x2F1]), step.stored);
     }
+}
+
+// Frames handed in while others run, as hex: command, item code, value
+// (E 00, V 01, K 02, C 03, L 04). `first` at once, `during` as the first value
+// goes out. 0x2F1 (item 0x33) holds 0x20, 0x2F2 (item 0x55) 0x30.
+void TestSerialTransfer::submittedFrames_data() {
+    QTest::addColumn<QByteArray>("first");
+    QTest::addColumn<QByteArray>("during");
+    QTest::addColumn<QByteArray>("sent");
+    QTest::addColumn<int>("live");          // the value being tried at the end
+    QTest::addColumn<QByteArray>("stored"); // 0x2F1, 0x2F2 at the end
+    const auto row = [](const char* name, const char* first, const char* during, const char* sent,
+                        int live, const char* stored) {
+        QTest::newRow(name) << QByteArray::fromHex(first) << QByteArray::fromHex(during)
+                            << QByteArray::fromHex(sent) << live << QByteArray::fromHex(stored);
+    };
+    row("values while a value is in flight: the newest next", "003300 013301",
+        "013302 013303 013304", "003300 013301 013304", 4, "2030");
+    row("confirm waits behind the last value", "003300 013301 013302 023302", "",
+        "003300 013302 023302", 2, "0230");
+    row("a refusal drops what waits but a leave", "013301 013302 003300 04bb00 013303", "",
+        "013301 04bb00", 0, "2030");
+}
+
+void TestSerialTransfer::submittedFrames() {
+    QFETCH(QByteArray, first);
+    QFETCH(QByteArray, during);
+    QFETCH(QByteArray, sent);
+    QFETCH(int, live);
+    QFETCH(QByteArray, stored);
+    auto memory = patternedMemory(2);
+    memory[0x2F1] = 0x20;
+    memory[0x2F2] = 0x30;
+    auto radio = startRadio(memory, true);
+    radio->withRadio([](EmulatedRadio& r) { // wake-up, identify, confirm, tuning command
+        radioAnswer(r, std::array<std::uint8_t, 17>{2, 'P', 'R', 'O', 'G', 'R', 'A', 'M', 2, 6, 'Q',
+                                                    'Z', 'V', 'T', 'U', 'N', 'E'});
+    });
+
+    TuningSession tuning(port(*radio));
+    const auto submit = [&](const QByteArray& frames) {
+        for (qsizetype i = 0; i + 2 < frames.size(); i += 3)
+            tuning.submit(TuneCommand(frames[i]), frames[i + 1], frames[i + 2]);
+    };
+    QByteArray sentFrames;
+    connect(&tuning, &TuningSession::frameSent, this, [&](const TuningFrame& f) {
+        sentFrames += QByteArray(1, char(f.command)) + char(f.itemCode) + char(f.value);
+        if (f.command == TuneCommand::Value)
+            submit(std::exchange(during, {}));
+    });
+    submit(first);
+    QTRY_VERIFY_WITH_TIMEOUT(tuning.isIdle(), kPatience);
+    QCOMPARE(sentFrames.toHex(), sent.toHex());
+    const auto after = radio->memory();
+    QCOMPARE((QByteArray(1, char(after[0x2F1])) + char(after[0x2F2])).toHex(), stored.toHex());
+    radio->withRadio([&](EmulatedRadio& r) { QCOMPARE(int(r.liveTuningValue()), live); });
 }
 
 void TestSerialTransfer::ports() {

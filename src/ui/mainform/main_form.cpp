@@ -72,6 +72,10 @@ MainForm::MainForm(StartOptions options, QWidget* parent)
     m_fraFunction->setEditor(this);
     connect(m_fraFunction, &OptionsPanel::channelsChanged, this, &MainForm::refreshChannels);
     connect(m_fraModel, &ModelPanel::bandChosen, this, &MainForm::bandChosen);
+    m_tuning->setEditor(this);
+    connect(m_tuning, &TuningPanels::leaveRequested, this, &MainForm::channelWindow);
+    connect(m_tuning, &TuningPanels::writeTestFrequencyRequested, this,
+            &MainForm::writeTestFrequency);
 
     // The in-place box starts hidden; the title is first the fixed one.
     m_fraChSet->inputBox()->hide();

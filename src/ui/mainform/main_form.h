@@ -61,6 +61,8 @@ public:
     void InitSetData();
     // Takes the selected band's limits into bandLimits().
     void SetFreqRange();
+    // Rebuilds the test channel grid of tuning mode from the image.
+    void ReFlashTestData();
 
     RadioImage& image() { return m_image; }
     const RadioImage& image() const override { return m_image; }
@@ -149,6 +151,7 @@ private:
     // Runs frmConnect; a radio that never answered is reported here.
     TransferResult runTransfer(TransferKind kind);
     void sendLeaveTuningMode();
+    void writeTestFrequency();
     void leaveTuningPanels();
 
     // Dialogs and help.

@@ -10,6 +10,7 @@
 #include "menus.h"
 #include "model_panel.h"
 #include "options_panel.h"
+#include "tuning_panels.h"
 
 #include <QAction>
 #include <QApplication>
@@ -44,6 +45,7 @@ bool MainForm::edit(const std::function<void(RadioImage&)>& change) {
 void MainForm::commitEdits() {
     m_fraChSet->commitEdit();
     m_fraFunction->commitEdits();
+    m_tuning->commitEdits();
 }
 
 void MainForm::startFreshHistory() {
@@ -60,6 +62,7 @@ void MainForm::editUndo() {
     if (const RadioImage* before = m_history.undo()) {
         m_image = *before;
         ReFlashData();
+        ReFlashTestData();
     }
     updateEditActions();
 }
@@ -68,6 +71,7 @@ void MainForm::editRedo() {
     if (const RadioImage* after = m_history.redo()) {
         m_image = *after;
         ReFlashData();
+        ReFlashTestData();
     }
     updateEditActions();
 }

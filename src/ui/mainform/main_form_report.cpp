@@ -1,12 +1,65 @@
 // The printed report, its preview and its PDF.
+#include "common/message_box.h"
+#include "common/texts.h"
 #include "main_form.h"
+#include "report_layout.h"
+#include "report_pdf.h"
+
+#include <QDir>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QPrintPreviewDialog>
+#include <QPrinter>
+#include <QPrinterInfo>
 
 namespace zr310::ui {
 
-void MainForm::filePrint() {}
+// Straight to the system's default printer, without a print dialog.
+void MainForm::filePrint() {
+    const QPrinterInfo printerInfo = QPrinterInfo::defaultPrinter();
+    if (printerInfo.isNull()) {
+        showMessageBox(this, QMessageBox::Information, res(1052), res(1131));
+        return;
+    }
+    QPrinter printer(printerInfo, QPrinter::HighResolution);
+    if (!printReport(printer, image(), currentLanguage(), QDateTime::currentDateTime())) {
+        showMessageBox(this, QMessageBox::Critical, res(1104),
+                       res(1134) + QLatin1Char('\n') + printerInfo.printerName());
+    }
+}
 
-void MainForm::filePrintPreview() {}
+void MainForm::filePrintPreview() {
+    QPrinter printer(QPrinter::HighResolution);
+    QPrintPreviewDialog dialog(&printer, this);
+    dialog.setObjectName(QStringLiteral("dlgPrintPreview"));
+    const QDateTime printedAt = QDateTime::currentDateTime();
+    connect(&dialog, &QPrintPreviewDialog::paintRequested, this,
+            [&](QPrinter* target) { printReport(*target, image(), currentLanguage(), printedAt); });
+    dialog.exec();
+}
 
-void MainForm::fileExportPdf() {}
+void MainForm::fileExportPdf() {
+    // Beside the current data file, named after it.
+    const QFileInfo current(m_fileName);
+    const QString folder = current.isAbsolute() ? current.absolutePath() : initialFolder();
+    const QString start = QDir(folder).filePath(current.completeBaseName() + ".pdf");
+    QFileDialog dialog(this, res(1133), start, res(1132));
+    dialog.setObjectName(QStringLiteral("dlgPdf"));
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    dialog.setFileMode(QFileDialog::AnyFile);
+    dialog.setDefaultSuffix(QStringLiteral("pdf"));
+    dialog.selectFile(start);
+    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) {
+        return;
+    }
+    const QString path = dialog.selectedFiles().constFirst();
+    const WriteResult result = writeReportPdf(std::filesystem::path(path.toStdU16String()), image(),
+                                              currentLanguage(), QDateTime::currentDateTime());
+    if (!result.ok) {
+        showMessageBox(this, QMessageBox::Critical, res(1104),
+                       QDir::toNativeSeparators(path) + QLatin1Char('\n') +
+                           QString::fromStdString(result.detail));
+    }
+}
 
 } // namespace zr310::ui

@@ -89,18 +89,27 @@ void MainForm::progTest() {
     m_fraModel->hide();
     m_fraFunction->hide();
     m_fraChSet->hide();
-    m_tuning->refreshTestChannels(m_image, currentLanguage());
+    m_tuning->setPortName(m_portName);
+    ReFlashTestData();
     m_tuning->setShown(true);
+}
+
+void MainForm::ReFlashTestData() {
+    m_tuning->refreshTestChannels(m_image, m_fraModel->bandText(), currentLanguage());
+}
+
+// Write Test Frequency: the test channel area goes to the radio, which is
+// then in tuning mode again.
+void MainForm::writeTestFrequency() {
+    m_normalMode = false;
+    runTransfer(TransferKind::WriteTuning);
 }
 
 // Takes the radio out of its tuning state. Nothing waits for the answer: the
 // channel view is back at once, and a radio that does not answer is simply
 // left as it was.
 void MainForm::sendLeaveTuningMode() {
-    auto* session = new TuningSession(m_portName, this);
-    connect(session, &TuningSession::finished, session, &QObject::deleteLater);
-    if (!session->run(TuneCommand::Leave, kLeaveTuningItemCode, 0))
-        session->deleteLater();
+    m_tuning->leaveTuningMode();
 }
 
 // Back to the channel view without talking to the radio.

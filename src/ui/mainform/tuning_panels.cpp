@@ -2,12 +2,12 @@
 
 #include "channel.h"
 #include "common/texts.h"
-#include "common/twips.h"
+#include "test_channel_panel.h"
+#include "tuning_session.h"
 
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
-#include <QHeaderView>
 #include <QLabel>
 #include <QPushButton>
 #include <QScrollBar>
@@ -18,16 +18,6 @@
 namespace zr310::ui {
 
 namespace {
-
-constexpr int kTestGridRows = 1 + kTestChannelCount;
-constexpr int kTestGridColumns = 7;
-constexpr std::array<std::string_view, kTestGridColumns> kFrameUpHeaders{
-    "信道",          "接收频率(MHz)", "步进值(KHz)", "接收CTC/DCS",
-    "发射频率(MHz)", "步进值(KHz)",   "发射CTC/DCS"};
-constexpr std::array<int, kTestGridColumns> kHeaderIds{1203, 1204, 1225, 1205, 1206, 1225, 1207};
-constexpr std::array<int, kTestGridColumns> kColumnPercent{14, 15, 12, 15, 15, 12, 15};
-constexpr double kHeaderRowTwips = 500;
-constexpr double kTestRowTwips = 300;
 
 template <typename T> T* named(T* widget, const char* name) {
     widget->setObjectName(QString::fromLatin1(name));
@@ -59,11 +49,18 @@ TuningPanels::TuningPanels(QWidget* frame1) : QObject(frame1) {
     auto* chLayout = new QGridLayout(m_fraTuneCh);
     for (int k = 0; k < 5; ++k) {
         m_tuneLabels[k] = named(new QLabel(m_fraTuneCh), labelNames[k]);
+        m_tuneTexts[k] = new QLabel(m_fraTuneCh);
+        m_tuneTexts[k]->setObjectName(QString::fromLatin1(labelNames[k]) + QStringLiteral("Text"));
         chLayout->addWidget(m_tuneLabels[k], k, 0);
+        chLayout->addWidget(m_tuneTexts[k], k, 1);
     }
+    chLayout->setColumnStretch(1, 1);
     m_hscTuneValue = named(new QScrollBar(Qt::Horizontal, m_fraTune), "HscTuneValue");
     m_hscTuneValue->setRange(0, 255);
+    m_hscTuneValue->setSingleStep(1);
+    m_hscTuneValue->setPageStep(16);
     m_lblTuneValue = named(new QLabel(m_fraTune), "LblTuneAddjustValue");
+    m_lblTuneValue->setMinimumWidth(m_lblTuneValue->fontMetrics().horizontalAdvance("0000"));
     m_cmdTuneOk = named(new QPushButton(m_fraTune), "CmdTuneOK");
     m_cmdTuneCancel = named(new QPushButton(m_fraTune), "CmdTuneCancel");
     auto* tuneLayout = new QVBoxLayout(m_fraTune);
@@ -78,59 +75,44 @@ TuningPanels::TuningPanels(QWidget* frame1) : QObject(frame1) {
     buttons->addWidget(m_cmdTuneCancel);
     tuneLayout->addLayout(buttons);
 
-    m_fraTestCh = named(new QGroupBox(frame1), "FraTestCH");
-    m_lblTestCh = named(new QLabel(m_fraTestCh), "LblTestCH");
-    m_lblTestType = named(new QLabel(m_fraTestCh), "LblTestType");
-    m_lblTestBand = named(new QLabel(m_fraTestCh), "LblTestBand");
-    m_lblClose = named(new QLabel(m_fraTestCh), "LblClose");
-    m_lblForbidTx = named(new QLabel(m_fraTestCh), "LblForbidTX");
-    m_testGrid =
-        named(new QTableWidget(kTestGridRows, kTestGridColumns, m_fraTestCh), "TestChannelGrid");
-    m_testGrid->horizontalHeader()->hide();
-    m_testGrid->verticalHeader()->hide();
-    m_testGrid->verticalHeader()->setMinimumSectionSize(1);
-    m_testGrid->setEditTriggers(QAbstractItemView::NoEditTriggers);
-    m_testGrid->setSelectionMode(QAbstractItemView::NoSelection);
-    m_testGrid->setWordWrap(true);
-    for (int row = 0; row < kTestGridRows; ++row) {
-        for (int column = 0; column < kTestGridColumns; ++column) {
-            auto* item = new QTableWidgetItem;
-            item->setFlags(Qt::ItemIsEnabled);
-            item->setTextAlignment(Qt::AlignCenter);
-            if (row == 0 || column == 0) {
-                item->setBackground(m_testGrid->palette().color(QPalette::Button));
-            }
-            m_testGrid->setItem(row, column, item);
-        }
-    }
-    m_cmdWriteTFreq = named(new QPushButton(m_fraTestCh), "CmdWriteTFreq");
+    m_testChannels = new TestChannelPanel(frame1);
+    connect(m_testChannels, &TestChannelPanel::writeRequested, this,
+            &TuningPanels::writeTestFrequencyRequested);
+    connect(m_tree, &QTreeWidget::itemClicked, this,
+            [this](QTreeWidgetItem* node) { nodeClicked(node); });
+    connect(m_hscTuneValue, &QScrollBar::valueChanged, this, &TuningPanels::valueChanged);
+    connect(m_cmdTuneOk, &QPushButton::clicked, this, [this] { finishItem(true); });
+    connect(m_cmdTuneCancel, &QPushButton::clicked, this, [this] { finishItem(false); });
 
     setShown(false);
 }
 
-void TuningPanels::frameUpTestGrid() {
-    for (int column = 0; column < kTestGridColumns; ++column) {
-        m_testGrid->item(0, column)->setText(qs(kFrameUpHeaders[column]));
-    }
-    for (int t = 1; t <= kTestChannelCount; ++t) {
-        m_testGrid->item(t, 0)->setText(res(1203) + QLatin1Char(' ') + QString::number(t));
-    }
+TuningPanels::~TuningPanels() = default;
+
+void TuningPanels::setEditor(ImageEditor* editor) {
+    m_editor = editor;
+    m_testChannels->setEditor(editor);
 }
 
-void TuningPanels::refreshTestChannels(RadioImage& image, Language language) {
-    const QColor closed = m_testGrid->palette().color(QPalette::Mid);
-    for (int t = 1; t <= kTestChannelCount; ++t) {
-        ChannelRecord record = ChannelRecord::testChannel(image, t);
-        const ChannelTexts texts = decodeChannel(image, testChannelColumn(t), language);
-        const std::array<std::string, 6> cells{
-            texts.rxFreq, stepText(record.frequency(Side::Receive)),  texts.rxTone,
-            texts.txFreq, stepText(record.frequency(Side::Transmit)), texts.txTone};
-        for (int column = 1; column < kTestGridColumns; ++column) {
-            QTableWidgetItem* item = m_testGrid->item(t, column);
-            item->setText(qs(cells[column - 1]));
-            item->setBackground(texts.close ? QBrush(closed) : QBrush());
-        }
-    }
+QGroupBox* TuningPanels::fraTestCh() const {
+    return m_testChannels;
+}
+
+QTableWidget* TuningPanels::testGrid() const {
+    return m_testChannels->grid();
+}
+
+void TuningPanels::frameUpTestGrid() {
+    m_testChannels->frameUp();
+}
+
+void TuningPanels::refreshTestChannels(const RadioImage& image, const QString& bandText,
+                                       Language language) {
+    m_testChannels->refresh(image, bandText, language);
+}
+
+void TuningPanels::commitEdits() {
+    m_testChannels->commitEdit();
 }
 
 void TuningPanels::applyLanguage(Language language) {
@@ -149,62 +131,20 @@ void TuningPanels::applyLanguage(Language language) {
     }
     m_cmdTuneOk->setText(text(1102));
     m_cmdTuneCancel->setText(text(1103));
-
-    m_fraTestCh->setTitle(text(1508));
-    m_lblTestCh->setText(text(1508));
-    m_lblClose->setText(text(1201));
-    m_lblForbidTx->setText(text(1202));
-    m_lblTestType->setText(text(1301) + QLatin1Char(':'));
-    m_lblTestBand->setText(text(1302) + QLatin1Char(':'));
-    m_cmdWriteTFreq->setText(text(1510));
-    for (int column = 0; column < kTestGridColumns; ++column) {
-        m_testGrid->item(0, column)->setText(text(kHeaderIds[column]));
-    }
-    for (int t = 1; t <= kTestChannelCount; ++t) {
-        m_testGrid->item(t, 0)->setText(text(1203) + QLatin1Char(' ') + QString::number(t));
-    }
+    m_testChannels->applyLanguage(language);
 }
 
 void TuningPanels::placeContents() {
-    constexpr int kMargin = 6;
-    const int width = m_fraTestCh->width() - 2 * kMargin;
-    int y = m_fraTestCh->fontMetrics().height() + kMargin;
-    const std::array<QLabel*, 5> labels{m_lblTestType, m_lblTestBand, m_lblTestCh, m_lblClose,
-                                        m_lblForbidTx};
-    const int lineHeight = m_lblTestType->sizeHint().height();
-    for (std::size_t k = 0; k < labels.size(); ++k) {
-        labels[k]->setGeometry(kMargin + static_cast<int>(k) * width / 5, y, width / 5, lineHeight);
-    }
-    y += lineHeight + 4;
-    const int gridHeight = twipsToPixels(kHeaderRowTwips) +
-                           kTestChannelCount * twipsToPixels(kTestRowTwips) +
-                           2 * m_testGrid->frameWidth();
-    m_testGrid->setGeometry(kMargin, y, width, gridHeight);
-    m_testGrid->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    m_testGrid->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    y += gridHeight + 4;
-    const QSize button = m_cmdWriteTFreq->sizeHint();
-    m_cmdWriteTFreq->setGeometry(kMargin + width - button.width(), y, button.width(),
-                                 button.height());
-
-    const double w = pixelsToTwips(m_testGrid->width() - 2 * m_testGrid->frameWidth());
-    for (int column = 0; column < kTestGridColumns; ++column) {
-        double twips = w * kColumnPercent[column] / 100;
-        if (column == 0) {
-            twips += w / 430;
-        }
-        m_testGrid->setColumnWidth(column, twipsToPixels(twips));
-    }
-    m_testGrid->setRowHeight(0, twipsToPixels(kHeaderRowTwips));
-    for (int t = 1; t <= kTestChannelCount; ++t) {
-        m_testGrid->setRowHeight(t, twipsToPixels(kTestRowTwips));
-    }
+    m_testChannels->placeContents();
 }
 
 void TuningPanels::setShown(bool shown) {
     m_tree->setVisible(shown);
-    m_fraTestCh->setVisible(shown);
+    m_testChannels->setVisible(shown);
     m_fraTune->setVisible(false); // shown while an item is adjusted
+    if (!shown) {
+        m_tuneItemActive = false;
+    }
 }
 
 } // namespace zr310::ui

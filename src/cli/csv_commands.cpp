@@ -1,0 +1,48 @@
+#include "csv_commands.h"
+
+#include "cli_common.h"
+#include "csv_channels.h"
+
+namespace zr310 {
+
+int runExportCsvCommand(std::vector<std::string> args, std::ostream& /*out*/, std::ostream& err) {
+    const std::string output = takeValueOption(args, "--output", "-o");
+    rejectUnknownOptions(args);
+    if (args.size() != 1 || output.empty())
+        throw UsageError("export-csv needs a FILE and -o OUT.csv");
+    RadioImage image;
+    if (!loadImageFile(args[0], image, Language::English, err))
+        return kExitFileRefused;
+    const WriteResult result = saveChannelsCsv(output, image);
+    if (!result.ok) {
+        err << "cannot write " << output << ": " << result.detail << '\n';
+        return kExitFileRefused;
+    }
+    return kExitOk;
+}
+
+int runImportCsvCommand(std::vector<std::string> args, std::ostream& /*out*/, std::ostream& err) {
+    const std::string output = takeValueOption(args, "--output", "-o");
+    rejectUnknownOptions(args);
+    if (args.size() != 2)
+        throw UsageError("import-csv needs a FILE and an IN.csv");
+    const std::filesystem::path input = args[0];
+    RadioImage image;
+    if (!loadImageFile(input, image, Language::English, err))
+        return kExitFileRefused;
+    const ReadResult csv = readWholeFile(args[1], kMaxCsvBytes);
+    if (csv.status != ReadStatus::Ok) {
+        err << "cannot read " << args[1] << ": " << csv.detail << '\n';
+        return kExitFileRefused;
+    }
+    try {
+        importChannelsCsv(image, std::string(csv.bytes.begin(), csv.bytes.end()));
+    } catch (const CsvError& error) {
+        err << args[1] << ": " << error.what() << '\n';
+        return kExitFileRefused;
+    }
+    const std::filesystem::path target = output.empty() ? input : std::filesystem::path(output);
+    return saveImageFileReporting(target, image, err) ? kExitOk : kExitFileRefused;
+}
+
+} // namespace zr310

@@ -1,0 +1,61 @@
+#include "transfer_support.h"
+
+#include "cli_common.h"
+#include "ports.h"
+#include "serial_transfer.h"
+
+#include <QCoreApplication>
+
+namespace zr310 {
+
+void ensureApplication() {
+    if (QCoreApplication::instance())
+        return;
+    static int argc = 1;
+    static char name[] = "zr310-cli";
+    static char* argv[] = {name, nullptr};
+    new QCoreApplication(argc, argv);
+}
+
+std::string plain(std::string_view text) {
+    std::string result;
+    for (char c : text) {
+        if (c != '\r')
+            result += c;
+    }
+    return result;
+}
+
+std::string text(int id, Language language) {
+    return plain(ResString(id, language));
+}
+
+PortArgs takePortArgs(std::vector<std::string>& args) {
+    PortArgs parsed;
+    parsed.language = takeLanguageOption(args);
+    parsed.port = takeValueOption(args, "--port", "-p");
+    if (parsed.port.empty())
+        throw UsageError("--port PORT is required (COM1..COM4, a device, or sim)");
+    return parsed;
+}
+
+int reportFailure(const TransferResult& result, const PortArgs& port, TransferKind kind,
+                  std::ostream& err) {
+    switch (result.outcome) {
+    case TransferOutcome::NoResponse: {
+        const auto message = noResponseText(QString::fromStdString(port.port), port.language);
+        err << text(kMsgCommunicationError, port.language) << ": " << plain(message.toStdString())
+            << '\n';
+        return kExitNoResponse;
+    }
+    case TransferOutcome::Declined:
+        return kExitDeclined;
+    default: {
+        const int id = kind == TransferKind::Read ? kMsgReadInterrupted : kMsgWriteInterrupted;
+        err << text(kMsgError, port.language) << ": " << text(id, port.language) << '\n';
+        return kExitInterrupted;
+    }
+    }
+}
+
+} // namespace zr310
