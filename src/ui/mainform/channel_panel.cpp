@@ -1,6 +1,7 @@
 #include "channel_panel.h"
 
 #include "channel_grid.h"
+#include "common/box_columns.h"
 #include "common/texts.h"
 #include "common/twips.h"
 #include "frequency_box.h"
@@ -242,22 +243,13 @@ void ChannelPanel::placeContents() {
         m_txtInputBox->setGeometry(m_grid->visualItemRect(m_grid->item(m_boxRow, m_boxColumn)));
     }
 
-    const int boxesLeft = kMargin + gridWidth;
-    const std::array<QLabel*, 3> legends{m_legendClose, m_legendNoTx, m_legendSimplex};
-    for (int k = 0; k < 3; ++k) {
-        legends[k]->setGeometry(boxesLeft + k * kBoxColumnWidth, top + frame, kBoxColumnWidth,
-                                headerHeight);
-    }
+    const std::array<QWidget*, 3> legends{m_legendClose, m_legendNoTx, m_legendSimplex};
+    std::vector<QWidget*> boxes;
     for (int i = 0; i < kChannelCount; ++i) {
-        const int rowTop = top + frame + headerHeight + i * rowHeight;
-        const std::array<QCheckBox*, 3> boxes{m_chkClose[i], m_chkForbidTx[i], m_chkSameFreq[i]};
-        for (int k = 0; k < 3; ++k) {
-            const QSize hint = boxes[k]->sizeHint();
-            boxes[k]->setGeometry(
-                boxesLeft + k * kBoxColumnWidth + (kBoxColumnWidth - hint.width()) / 2,
-                rowTop + (rowHeight - hint.height()) / 2, hint.width(), hint.height());
-        }
+        boxes.insert(boxes.end(), {m_chkClose[i], m_chkForbidTx[i], m_chkSameFreq[i]});
     }
+    placeBoxColumns(legends, boxes, QPoint(kMargin + gridWidth, top + frame), kBoxColumnWidth,
+                    headerHeight, rowHeight);
 }
 
 void ChannelPanel::setCell(int row, int column, const QString& text) {

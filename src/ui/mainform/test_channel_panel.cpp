@@ -1,6 +1,7 @@
 #include "test_channel_panel.h"
 
 #include "channel_grid.h"
+#include "common/box_columns.h"
 #include "common/message_box.h"
 #include "common/texts.h"
 #include "common/twips.h"
@@ -336,22 +337,13 @@ void TestChannelPanel::placeContents() {
         m_grid->setRowHeight(t, rowHeight);
     }
 
-    const int boxesLeft = kMargin + gridWidth;
-    const std::array<QLabel*, 3> legends{m_lblClose, m_lblForbidTx, m_lblTestCh};
-    for (int k = 0; k < 3; ++k) {
-        legends[k]->setGeometry(boxesLeft + k * kBoxColumnWidth, y + frame, kBoxColumnWidth,
-                                headerHeight);
-    }
+    const std::array<QWidget*, 3> legends{m_lblClose, m_lblForbidTx, m_lblTestCh};
+    std::vector<QWidget*> boxes;
     for (int i = 0; i < kTestChannelCount; ++i) {
-        const int rowTop = y + frame + headerHeight + i * rowHeight;
-        const std::array<QWidget*, 3> boxes{m_chkClose[i], m_chkForbidTx[i], m_optAdjust[i]};
-        for (int k = 0; k < 3; ++k) {
-            const QSize hint = boxes[k]->sizeHint();
-            boxes[k]->setGeometry(
-                boxesLeft + k * kBoxColumnWidth + (kBoxColumnWidth - hint.width()) / 2,
-                rowTop + (rowHeight - hint.height()) / 2, hint.width(), hint.height());
-        }
+        boxes.insert(boxes.end(), {m_chkClose[i], m_chkForbidTx[i], m_optAdjust[i]});
     }
+    placeBoxColumns(legends, boxes, QPoint(kMargin + gridWidth, y + frame), kBoxColumnWidth,
+                    headerHeight, rowHeight);
     y += gridHeight + 4;
     const QSize button = m_cmdWriteTFreq->sizeHint();
     m_cmdWriteTFreq->setGeometry(width() - kMargin - button.width(), y, button.width(),
