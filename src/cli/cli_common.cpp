@@ -3,6 +3,7 @@
 #include "radio_info.h"
 
 #include <algorithm>
+#include <system_error>
 
 namespace zr310 {
 
@@ -57,24 +58,34 @@ void rejectUnknownOptions(const std::vector<std::string>& args) {
 }
 
 bool loadImageFile(const std::filesystem::path& path, RadioImage& image, Language language,
-                   std::ostream& err) {
-    const FileResult result = openImageFile(path, image);
+                   std::ostream& err, FileExtras* extras) {
+    const FileResult result = openImageFile(path, image, extras);
     if (result.ok())
         return true;
     if (result.error == FileError::IncorrectFileType)
-        err << ResString(1124, language) << '\n';
+        err << ResString(1124, language) << ' ' << pathText(path) << ": " << result.detail << '\n';
     else
         err << "cannot read " << pathText(path) << ": " << result.detail << '\n';
     return false;
 }
 
 bool saveImageFileReporting(const std::filesystem::path& path, const RadioImage& image,
-                            std::ostream& err) {
-    const FileResult result = saveImageFile(path, image, currentLocalDateTime());
+                            std::ostream& err, const FileExtras& extras) {
+    const FileResult result = saveImageFile(path, image, currentLocalDateTime(), extras);
     if (result.ok())
         return true;
     err << "cannot write " << pathText(path) << ": " << result.detail << '\n';
     return false;
+}
+
+void refuseExistingOutput(const std::filesystem::path& path, bool force) {
+    namespace fs = std::filesystem;
+    // The link itself counts, even one that leads nowhere or to itself. A path
+    // that cannot be looked at (none) is left to the save to report.
+    std::error_code ec;
+    const fs::file_type type = fs::symlink_status(path, ec).type();
+    if (!force && type != fs::file_type::not_found && type != fs::file_type::none)
+        throw UsageError(pathText(path) + " already exists (add --force to replace it)");
 }
 
 } // namespace zr310

@@ -20,7 +20,10 @@ inline constexpr int kExitNoResponse = 3;
 inline constexpr int kExitInterrupted = 4;
 inline constexpr int kExitFileRefused = 5;
 inline constexpr int kExitDeclined = 6;
-inline constexpr int kExitRefused = 8; // the radio refused a tuning frame
+inline constexpr int kExitVerifyFailed = 7;
+inline constexpr int kExitRefused = 8;      // the radio refused a tuning frame
+inline constexpr int kExitChecksFailed = 9; // write without --force: the data fails its checks
+inline constexpr int kExitDifferent = 1;    // diff: the files differ
 
 // A mistake in the command line: the message names what was wrong.
 class UsageError : public std::runtime_error {
@@ -41,15 +44,19 @@ std::string takeValueOption(std::vector<std::string>& args, std::string_view nam
 // Rejects anything left that looks like an option.
 void rejectUnknownOptions(const std::vector<std::string>& args);
 
-// Opens a data file or raw image. On failure prints the reason in the chosen
-// language and returns false.
+// Opens a data file or raw image, and its unnamed bytes into extras when
+// given. On failure prints the reason in the chosen language and returns false.
 bool loadImageFile(const std::filesystem::path& path, RadioImage& image, Language language,
-                   std::ostream& err);
+                   std::ostream& err, FileExtras* extras = nullptr);
 
 // Saves by the file name's format, stamped with the local time. On failure
 // prints the reason and returns false.
 bool saveImageFileReporting(const std::filesystem::path& path, const RadioImage& image,
-                            std::ostream& err);
+                            std::ostream& err, const FileExtras& extras = {});
+
+// Throws a UsageError when something stands at path (a dangling link or a link
+// loop too) and --force was not given.
+void refuseExistingOutput(const std::filesystem::path& path, bool force);
 
 std::string pathText(const std::filesystem::path& path);
 

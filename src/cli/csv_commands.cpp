@@ -28,7 +28,8 @@ int runImportCsvCommand(std::vector<std::string> args, std::ostream& /*out*/, st
         throw UsageError("import-csv needs a FILE and an IN.csv");
     const std::filesystem::path input = args[0];
     RadioImage image;
-    if (!loadImageFile(input, image, Language::English, err))
+    FileExtras extras;
+    if (!loadImageFile(input, image, Language::English, err, &extras))
         return kExitFileRefused;
     const ReadResult csv = readWholeFile(args[1], kMaxCsvBytes);
     if (csv.status != ReadStatus::Ok) {
@@ -42,7 +43,7 @@ int runImportCsvCommand(std::vector<std::string> args, std::ostream& /*out*/, st
         return kExitFileRefused;
     }
     const std::filesystem::path target = output.empty() ? input : std::filesystem::path(output);
-    return saveImageFileReporting(target, image, err) ? kExitOk : kExitFileRefused;
+    return saveImageFileReporting(target, image, err, extras) ? kExitOk : kExitFileRefused;
 }
 
 } // namespace zr310

@@ -3,8 +3,6 @@
 #include "cli_common.h"
 #include "image_edit.h"
 
-#include <system_error>
-
 namespace zr310 {
 
 int runNewCommand(std::vector<std::string> args, std::ostream& /*out*/, std::ostream& err) {
@@ -13,22 +11,24 @@ int runNewCommand(std::vector<std::string> args, std::ostream& /*out*/, std::ost
     if (args.size() != 1)
         throw UsageError("new needs exactly one OUT file");
     const std::filesystem::path path = args[0];
-    std::error_code ec;
-    if (!force && std::filesystem::exists(path, ec))
-        throw UsageError(pathText(path) + " already exists (add --force to replace it)");
+    refuseExistingOutput(path, force);
     return saveImageFileReporting(path, makeStartImage(), err) ? kExitOk : kExitFileRefused;
 }
 
 int runSetCommand(std::vector<std::string> args, std::ostream& /*out*/, std::ostream& err) {
     const Language language = takeLanguageOption(args);
     std::string output = takeValueOption(args, "--output", "-o");
+    const bool force = takeFlag(args, "--force");
     rejectUnknownOptions(args);
     if (args.size() < 2)
         throw UsageError("set needs a FILE and at least one KEY=VALUE");
+    if (!output.empty())
+        refuseExistingOutput(output, force);
 
     const std::filesystem::path input = args[0];
     RadioImage image;
-    if (!loadImageFile(input, image, language, err))
+    FileExtras extras; // the input's unnamed bytes go to the output unchanged
+    if (!loadImageFile(input, image, language, err, &extras))
         return kExitFileRefused;
 
     for (std::size_t i = 1; i < args.size(); ++i) {
@@ -44,7 +44,7 @@ int runSetCommand(std::vector<std::string> args, std::ostream& /*out*/, std::ost
         }
     }
     const std::filesystem::path target = output.empty() ? input : std::filesystem::path(output);
-    return saveImageFileReporting(target, image, err) ? kExitOk : kExitFileRefused;
+    return saveImageFileReporting(target, image, err, extras) ? kExitOk : kExitFileRefused;
 }
 
 } // namespace zr310

@@ -1,6 +1,7 @@
 // zr310-cli: scripting and batch use of the ZR-310 programming core.
 
 #include "cli_common.h"
+#include "compare_commands.h"
 #include "csv_commands.h"
 #include "edit_commands.h"
 #include "report_command.h"
@@ -23,13 +24,21 @@ const char kUsage[] = R"(usage: zr310-cli COMMAND [ARGS]
 Commands:
   new OUT [--force]                       write a new data file holding the start image
   show FILE [--json] [--lang en|zh]       everything the main window shows for FILE
-  set FILE KEY=VALUE... [-o OUT]          edit FILE (or write the result to OUT)
+  set FILE KEY=VALUE... [-o OUT [--force]]
+                                          edit FILE (or write the result to OUT;
+                                          --force replaces an existing OUT)
   export-csv FILE -o OUT.csv              the open channels of FILE as CSV (docs/csv.md)
   import-csv FILE IN.csv [-o OUT]         set the channels IN.csv names in FILE (or OUT)
   report FILE -o OUT.pdf [--lang en|zh]   the printed report of FILE as a PDF
-  read --port PORT -o OUT                 read the radio into OUT (.k720 or .bin)
-  write --port PORT IN [--yes]            write IN to the radio (--yes: go on with a
-                                          version-1.0 radio without asking)
+  diff A B [--json]                       every difference between two files, in the keys
+                                          of set ("byte 0xAAA" where no key covers it)
+  read --port PORT -o OUT                 read the radio into OUT (.k720 or .bin), and
+                                          keep a backup of it (below)
+  write --port PORT IN [--yes] [--verify] write IN to the radio (--yes: go on with a
+                                          version-1.0 radio without asking; --verify:
+                                          read it back and compare the written blocks)
+                                          and refuses data that fails the checks before
+                                          a write (--force: write it all the same)
   info --port PORT [--json]               the radio ID, recent write date and user text
   info --port PORT --set-text TEXT        set the radio's user text
   tune --port PORT --get [--json]         the five tuning values stored in the radio
@@ -41,14 +50,21 @@ Commands:
 
 FILE is a data file (.k720) or a raw image (.bin, 1024 bytes in radio address order).
 PORT is COM1..COM4, a serial device (/dev/ttyUSB0, COM7), or sim (a built-in emulated radio).
-The radio commands take --lang en|zh too.
+The radio commands take --lang en|zh too, and --trace FILE: every byte sent (>) and
+  received (<) with the seconds since the start, in hex.
+Every completed read is also saved, never replacing a file, as DATE_TIME_RADIOID.k720 in
+  the backups folder: $XDG_DATA_HOME/zr310/backups (~/.local/share/zr310/backups when
+  XDG_DATA_HOME is unset), %APPDATA%\zr310\backups on Windows, ~/Library/Application
+  Support/zr310/backups on macOS.
 Keys of set: chN.rx_freq chN.tx_freq chN.rx_tone chN.tx_tone chN.scan chN.busy_lock
   chN.power chN.bandwidth chN.close chN.no_tx (N = 1..16); tchN.rx_freq tchN.tx_freq
   tchN.rx_tone tchN.tx_tone tchN.close tchN.no_tx (N = 1..11); CboBand CboBandSel and the
   option lists (CboTXLimit, CboSQ, ...) set to an item text; tuning.NAME (0..255);
   user_text (at most 96 characters).
 Exit status: 0 done, 2 usage error, 3 no response, 4 interrupted, 5 file refused,
-  6 write to a version-1.0 radio declined, 8 a tuning frame refused by the radio.
+  6 write to a version-1.0 radio declined, 7 the radio read back after a write
+  --verify differs, 8 a tuning frame refused by the radio, 9 write refused: the data
+  fails its checks. diff exits 0 when the files are equal, 1 when they differ.
 )";
 
 const std::map<std::string, Command>& commands() {
@@ -59,6 +75,7 @@ const std::map<std::string, Command>& commands() {
         {"export-csv", zr310::runExportCsvCommand},
         {"import-csv", zr310::runImportCsvCommand},
         {"report", zr310::runReportCommand},
+        {"diff", zr310::runDiffCommand},
         {"read", zr310::runReadCommand},
         {"write", zr310::runWriteCommand},
         {"info", zr310::runInfoCommand},

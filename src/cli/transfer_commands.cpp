@@ -1,6 +1,8 @@
 #include "transfer_commands.h"
 
+#include "backup.h"
 #include "cli_common.h"
+#include "compare_commands.h"
 #include "json_writer.h"
 #include "ports.h"
 #include "radio_info.h"
@@ -31,6 +33,8 @@ namespace {
 
 constexpr int kMsgRadioId = 1400;
 constexpr int kMsgRecentWriteDate = 1401;
+constexpr int kMsgBackupSaved = 1141;  // "Backup of the data read:"
+constexpr int kMsgBackupFailed = 1142; // "The backup of the data read could not be saved:"
 constexpr std::string_view kUserTextCaption = "User-Defined Informations";
 
 bool isTerminal(std::FILE* stream) {
@@ -139,6 +143,9 @@ int runReadCommand(const std::vector<std::string>& arguments, std::ostream& out,
         throw UsageError("OUT must end in .k720 or .bin");
 
     ensureApplication();
+    const TraceScope trace(port, err);
+    if (trace.failed())
+        return kExitFileRefused;
     RadioImage image = makeStartImage();
     LinkFlags flags;
     SerialTransfer transfer(TransferKind::Read, QString::fromStdString(port.port), image, flags);
@@ -150,11 +157,23 @@ int runReadCommand(const std::vector<std::string>& arguments, std::ostream& out,
     if (result.outcome != TransferOutcome::Completed)
         return reportFailure(result, port, TransferKind::Read, err);
 
-    if (!saveImageFileReporting(output, image, err))
+    // Every completed read is also kept in the backups folder. A backup that
+    // fails is reported, but the read has not failed.
+    const BackupResult backup = saveReadBackup(image);
+    const auto reportBackup = [&] {
+        if (backup.ok())
+            out << text(kMsgBackupSaved, port.language) << ' ' << pathText(backup.path) << '\n';
+        else
+            err << text(kMsgBackupFailed, port.language) << ' ' << backup.error << '\n';
+    };
+    if (!saveImageFileReporting(output, image, err)) {
+        reportBackup();
         return kExitFileRefused;
+    }
     if (flags.radioIsVersion10)
         out << text(kMsgReadVersion10, port.language) << '\n';
     out << text(kMsgReadCompleted, port.language) << '\n';
+    reportBackup();
     return kExitOk;
 }
 
@@ -163,6 +182,8 @@ int runWriteCommand(const std::vector<std::string>& arguments, std::ostream& out
     std::vector<std::string> args = arguments;
     const PortArgs port = takePortArgs(args);
     const bool yes = takeFlag(args, "--yes") || takeFlag(args, "-y");
+    const bool verify = takeFlag(args, "--verify");
+    const bool force = takeFlag(args, "--force");
     rejectUnknownOptions(args);
     if (args.size() != 1)
         throw UsageError(args.empty() ? "the file to write (IN) is missing"
@@ -171,8 +192,13 @@ int runWriteCommand(const std::vector<std::string>& arguments, std::ostream& out
     RadioImage image = makeStartImage();
     if (!loadImageFile(args.front(), image, port.language, err))
         return kExitFileRefused;
+    if (!force && !passesWriteChecks(image, err))
+        return kExitChecksFailed;
 
     ensureApplication();
+    const TraceScope trace(port, err);
+    if (trace.failed())
+        return kExitFileRefused;
     LinkFlags flags;
     SerialTransfer transfer(TransferKind::Write, QString::fromStdString(port.port), image, flags);
     ProgressBar bar(err);
@@ -194,6 +220,10 @@ int runWriteCommand(const std::vector<std::string>& arguments, std::ostream& out
     bar.done();
     if (result.outcome != TransferOutcome::Completed)
         return reportFailure(result, port, TransferKind::Write, err);
+    if (verify) {
+        if (const int status = verifyWrite(port, transfer.sentBlocks(), err); status != kExitOk)
+            return status;
+    }
     out << text(kMsgWriteCompleted, port.language) << '\n';
     return kExitOk;
 }
@@ -226,6 +256,9 @@ int runInfoCommand(const std::vector<std::string>& arguments, std::ostream& out,
     }
 
     ensureApplication();
+    const TraceScope trace(port, err);
+    if (trace.failed())
+        return kExitFileRefused;
     RadioImage image = makeStartImage();
     if (const int status = readInfo(port, image, err); status != kExitOk)
         return status;

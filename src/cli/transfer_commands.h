@@ -4,7 +4,8 @@
 // system reports (/dev/ttyUSB0, COM7) or "sim", the emulated radio inside
 // zr310-cli. Exit statuses are those of cli_common.h: 0 done, 2 usage,
 // 3 no response, 4 interrupted, 5 file refused, 6 write to a version-1.0
-// radio declined. A progress bar goes to stderr when it is a terminal.
+// radio declined, 7 write --verify read back other bytes. A progress bar goes
+// to stderr when it is a terminal. Every command takes --trace FILE (TraceScope).
 
 #include <ostream>
 #include <string>
@@ -17,9 +18,10 @@ namespace zr310 {
 // complete writes nothing.
 int runReadCommand(const std::vector<std::string>& args, std::ostream& out, std::ostream& err);
 
-// zr310-cli write --port PORT IN [--yes] [--lang en|zh]
+// zr310-cli write --port PORT IN [--yes] [--verify] [--lang en|zh]
 // --yes answers the version-1.0 warning with "go on"; without it the
-// warning is asked on a terminal and declined otherwise.
+// warning is asked on a terminal and declined otherwise. --verify reads the
+// radio back after the write and compares the written blocks.
 int runWriteCommand(const std::vector<std::string>& args, std::ostream& out, std::ostream& err);
 
 // zr310-cli info --port PORT [--json] [--lang en|zh]

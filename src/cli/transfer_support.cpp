@@ -8,6 +8,12 @@
 
 namespace zr310 {
 
+namespace {
+
+constexpr int kMsgTraceRefused = 1154;
+
+} // namespace
+
 void ensureApplication() {
     if (QCoreApplication::instance())
         return;
@@ -33,6 +39,7 @@ std::string text(int id, Language language) {
 PortArgs takePortArgs(std::vector<std::string>& args) {
     PortArgs parsed;
     parsed.language = takeLanguageOption(args);
+    parsed.trace = takeValueOption(args, "--trace");
     parsed.port = takeValueOption(args, "--port", "-p");
     if (parsed.port.empty())
         throw UsageError("--port PORT is required (COM1..COM4, a device, or sim)");
@@ -56,6 +63,35 @@ int reportFailure(const TransferResult& result, const PortArgs& port, TransferKi
         return kExitInterrupted;
     }
     }
+}
+
+TraceScope::TraceScope(const PortArgs& port, std::ostream& err) {
+    if (port.trace.empty())
+        return;
+    m_trace = std::make_unique<SerialTrace>(QString::fromStdString(port.trace));
+    if (!m_trace->isOpen()) {
+        err << text(kMsgTraceRefused, port.language) << ' ' << port.trace << ": "
+            << m_trace->errorString().toStdString() << '\n';
+        m_failed = true;
+        return;
+    }
+    SerialTrace::setActive(m_trace.get());
+}
+
+int verifyWrite(const PortArgs& port, const RadioImage& sent, std::ostream& err) {
+    RadioImage readBack = makeStartImage();
+    LinkFlags flags;
+    SerialTransfer read(TransferKind::Read, QString::fromStdString(port.port), readBack, flags);
+    const auto result = runToEnd(read);
+    if (result.outcome != TransferOutcome::Completed) {
+        err << text(kMsgVerifyNotRead, port.language) << '\n';
+        return reportFailure(result, port, TransferKind::Read, err);
+    }
+    const WriteCheck check = checkWrittenBlocks(sent, readBack);
+    if (check.passed())
+        return kExitOk;
+    err << verifyFailedText(check, port.language).toStdString() << '\n';
+    return kExitVerifyFailed;
 }
 
 } // namespace zr310

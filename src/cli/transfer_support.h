@@ -11,6 +11,7 @@
 #include <QEventLoop>
 #include <QObject>
 
+#include <memory>
 #include <ostream>
 #include <string>
 #include <string_view>
@@ -29,10 +30,29 @@ std::string text(int id, Language language);
 struct PortArgs {
     std::string port;
     Language language = Language::English;
+    std::string trace; // --trace FILE, empty for none
 };
 
-// Takes --lang and the required --port (-p) out of args.
+// Takes --lang, --trace and the required --port (-p) out of args.
 PortArgs takePortArgs(std::vector<std::string>& args);
+
+// The --trace file of a radio command: while this lives, every byte sent and
+// received goes to it (SerialTrace).
+class TraceScope {
+public:
+    TraceScope(const PortArgs& port, std::ostream& err);
+    // The file could not be written; the reason is on err.
+    bool failed() const { return m_failed; }
+
+private:
+    std::unique_ptr<SerialTrace> m_trace;
+    bool m_failed = false;
+};
+
+// After a completed write: reads the radio back into an image of its own and
+// compares the write's blocks with `sent`. Returns an exit status: the read's
+// own when it fails, kExitVerifyFailed when a byte differs.
+int verifyWrite(const PortArgs& port, const RadioImage& sent, std::ostream& err);
 
 // Reports a transfer that did not complete; returns its exit status.
 int reportFailure(const TransferResult& result, const PortArgs& port, TransferKind kind,

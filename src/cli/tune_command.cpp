@@ -226,6 +226,9 @@ int runTuneCommand(const std::vector<std::string>& arguments, std::ostream& out,
         throw UsageError("--keep goes with NAME=VALUE pairs");
 
     ensureApplication();
+    const TraceScope trace(port, err);
+    if (trace.failed())
+        return kExitFileRefused;
     if (get)
         return getValues(port, json, out, err);
     if (!testFile.empty())

@@ -6,6 +6,7 @@
 #include <chrono>
 #include <cstdio>
 #include <fstream>
+#include <string_view>
 #include <system_error>
 
 #ifdef _WIN32
@@ -27,6 +28,11 @@ namespace zr310 {
 namespace fs = std::filesystem;
 
 namespace {
+
+std::string pathText(const fs::path& path) {
+    const auto text = path.u8string();
+    return {text.begin(), text.end()};
+}
 
 std::string errnoText(int error) {
     return std::generic_category().message(error);
@@ -50,6 +56,10 @@ int closeFile(int fd) {
     return _close(fd);
 }
 void keepPermissions(int, const fs::path&) {}
+bool isOwnRegularFile(const fs::path& path) {
+    std::error_code error;
+    return fs::symlink_status(path, error).type() == fs::file_type::regular;
+}
 std::string replaceFile(const fs::path& from, const fs::path& to) {
     if (MoveFileExW(from.c_str(), to.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH))
         return {};
@@ -75,6 +85,11 @@ void keepPermissions(int fd, const fs::path& target) {
     if (::stat(target.c_str(), &info) == 0)
         static_cast<void>(::fchmod(fd, info.st_mode & 07777));
 }
+// A plain file (not a link) that this user owns.
+bool isOwnRegularFile(const fs::path& path) {
+    struct stat info {};
+    return ::lstat(path.c_str(), &info) == 0 && S_ISREG(info.st_mode) && info.st_uid == ::geteuid();
+}
 std::string replaceFile(const fs::path& from, const fs::path& to) {
     if (::rename(from.c_str(), to.c_str()) == 0)
         return {};
@@ -96,13 +111,76 @@ fs::path directoryOf(const fs::path& path) {
     return parent.empty() ? fs::path(".") : parent;
 }
 
-// A symbolic link is replaced through: the file it points to gets the bytes.
-fs::path followLink(const fs::path& path) {
+// The file a save replaces or creates: symbolic links are followed one at a
+// time, so a dangling link gets its target created rather than being replaced
+// itself. Only a regular file, or nothing, may stand there; otherwise why says
+// what does and the result is empty.
+fs::path saveTarget(const fs::path& path, std::string& why) {
+    fs::path current = path;
+    for (int hops = 0; hops < 40; ++hops) {
+        std::error_code error;
+        const fs::file_status status = fs::symlink_status(current, error);
+        switch (status.type()) {
+        case fs::file_type::not_found:
+        case fs::file_type::regular:
+            return current;
+        case fs::file_type::symlink: {
+            const fs::path link = fs::read_symlink(current, error);
+            if (error) {
+                why = error.message();
+                return {};
+            }
+            current = current.parent_path() / link; // an absolute link replaces it all
+            continue;
+        }
+        case fs::file_type::directory:
+            why = "it is a folder, not a file";
+            return {};
+        case fs::file_type::none:
+            why = error.message();
+            return {};
+        default:
+            why = "it is a device, pipe or socket, not a file";
+            return {};
+        }
+    }
+    why = "too many levels of symbolic links";
+    return {};
+}
+
+// Temporary files are named <target>.zr310-<hex>-<hex>. One older than this
+// was left by a save that was killed, and the next save in its folder removes
+// it; a running save finishes well within it.
+constexpr std::chrono::seconds kStaleTempAge{60};
+
+constexpr std::string_view kTempMark = ".zr310-";
+
+bool isTempFileName(const std::string& name) {
+    const auto mark = name.rfind(kTempMark);
+    if (mark == std::string::npos || mark == 0)
+        return false;
+    const std::string_view rest = std::string_view(name).substr(mark + kTempMark.size());
+    const auto dash = rest.find('-');
+    const auto isHex = [](std::string_view text) {
+        return !text.empty() && text.find_first_not_of("0123456789abcdef") == std::string::npos;
+    };
+    return dash != std::string_view::npos && isHex(rest.substr(0, dash)) &&
+           isHex(rest.substr(dash + 1));
+}
+
+// Removes this user's temporary files older than age from the folder. Best
+// effort: what cannot be looked at or removed stays.
+void removeStaleTempFiles(const fs::path& directory, std::chrono::seconds age) {
     std::error_code error;
-    if (!fs::is_symlink(fs::symlink_status(path, error)))
-        return path;
-    fs::path resolved = fs::weakly_canonical(path, error);
-    return error ? path : resolved;
+    const auto oldest = fs::file_time_type::clock::now() - age;
+    for (fs::directory_iterator it(directory, error), end; !error && it != end;
+         it.increment(error)) {
+        const fs::path& path = it->path();
+        std::error_code ignored;
+        if (isTempFileName(pathText(path.filename())) && isOwnRegularFile(path) &&
+            fs::last_write_time(path, ignored) < oldest && !ignored)
+            fs::remove(path, ignored);
+    }
 }
 
 // The new file beside the target while it is written. It is closed and
@@ -232,7 +310,10 @@ ReadResult readWholeFile(const fs::path& path, std::size_t maxBytes) {
 }
 
 WriteResult writeFileAtomically(const fs::path& path, std::span<const std::uint8_t> bytes) {
-    const fs::path target = followLink(path);
+    std::string why;
+    const fs::path target = saveTarget(path, why);
+    if (target.empty())
+        return failure("cannot replace the file", why);
     TempFile temp;
     if (!temp.create(target))
         return failure("cannot create a new file in its folder", errnoText(errno));
@@ -247,6 +328,7 @@ WriteResult writeFileAtomically(const fs::path& path, std::span<const std::uint8
         return failure("cannot replace the file", error);
     temp.release();
     flushDirectory(directoryOf(target));
+    removeStaleTempFiles(directoryOf(target), kStaleTempAge);
     return {true, {}};
 }
 

@@ -28,9 +28,13 @@ struct WriteResult {
 
 // Replaces the file at path with bytes, or leaves it as it was: the bytes go to
 // a new file in the same directory, are flushed to the disk and only then
-// renamed over the target. On any failure the new file is removed. A symbolic
-// link is followed, so the file it points to is replaced; an existing file's
-// permission bits are kept.
+// renamed over the target. On any failure the new file is removed. Symbolic
+// links are followed, so the file they point to is replaced or, for a dangling
+// link, created; the links stay. Only a regular file is replaced: a folder,
+// device, pipe or socket in the way (or a link loop) is refused before anything
+// is written. An existing file's permission bits are kept. After a save, this
+// user's temporary files older than a minute in the target's folder (left by a
+// save that was killed) are removed.
 WriteResult writeFileAtomically(const std::filesystem::path& path,
                                 std::span<const std::uint8_t> bytes);
 

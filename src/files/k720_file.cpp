@@ -85,6 +85,46 @@ constexpr bool layoutIsSound() {
 }
 static_assert(layoutIsSound());
 
+// The file bytes the layout gives a meaning: the header, the image, the fixed
+// bytes, the stamp and the marker. Saving writes the others from FileExtras.
+constexpr std::array<bool, kFileImageSize> namedBytes() {
+    std::array<bool, kFileImageSize> named{};
+    for (std::size_t at = 0; at < kHeader.size(); ++at)
+        named[at] = true;
+    for (std::size_t at = kFixedOffset; at < kFixedOffset + kFixed.size(); ++at)
+        named[at] = true;
+    for (std::size_t at = kStampOffset; at < kMarkerOffset + kMarker.size(); ++at)
+        named[at] = true; // the stamp runs straight into the marker
+    for (int column = 0; column < RadioImage::kColumns; ++column)
+        for (int block = 0; block < RadioImage::kBlocks; ++block)
+            named[fileOffset(column, block)] = true;
+    return named;
+}
+constexpr std::array<bool, kFileImageSize> kNamed = namedBytes();
+static_assert(kStampOffset + kStampLength == kMarkerOffset);
+
+FileExtras extrasOf(std::span<const std::uint8_t> file) {
+    FileExtras extras;
+    for (std::size_t at = 0; at < kFileImageSize; ++at)
+        extras.bytes[at] = kNamed[at] ? 0 : file[at];
+    return extras;
+}
+
+// Bytes as text for a message: printable ASCII as it is, others as \xNN.
+std::string shownBytes(std::span<const std::uint8_t> bytes) {
+    std::string text;
+    for (const std::uint8_t byte : bytes) {
+        if (byte >= 0x20 && byte < 0x7F && byte != '\\' && byte != '"') {
+            text += static_cast<char>(byte);
+        } else {
+            char escaped[8];
+            std::snprintf(escaped, sizeof escaped, "\\x%02X", byte);
+            text += escaped;
+        }
+    }
+    return text;
+}
+
 bool hasMarker(const FileImage& file) {
     return std::equal(kMarker.begin(), kMarker.end(), file.begin() + kMarkerOffset);
 }
@@ -94,8 +134,10 @@ std::string whyNotDataFile(std::span<const std::uint8_t> bytes) {
     if (bytes.size() != kFileImageSize)
         return "a data file has " + std::to_string(kFileImageSize) + " bytes, this one has " +
                std::to_string(bytes.size());
-    if (!std::equal(kTag.begin(), kTag.end(), bytes.begin() + kTagOffset))
-        return "no model tag " + std::string(kTag);
+    const auto tag = bytes.subspan(kTagOffset, kTag.size());
+    if (!std::equal(kTag.begin(), kTag.end(), tag.begin()))
+        return "the model tag at bytes 4..9 is \"" + shownBytes(tag) + "\", not \"" +
+               std::string(kTag) + "\"";
     return {};
 }
 
@@ -111,8 +153,8 @@ FileResult fromWrite(const WriteResult& write) {
 
 } // namespace
 
-FileImage toFileImage(const RadioImage& image, const DateTime& saveTime) {
-    FileImage file{};
+FileImage toFileImage(const RadioImage& image, const DateTime& saveTime, const FileExtras& extras) {
+    FileImage file = extras.bytes; // every named byte is written below
     std::copy(kHeader.begin(), kHeader.end(), file.begin());
     for (int column = 0; column < RadioImage::kColumns; ++column)
         for (int block = 0; block < RadioImage::kBlocks; ++block)
@@ -148,18 +190,20 @@ FileError loadDataFileBytes(std::span<const std::uint8_t> bytes, RadioImage& ima
     return FileError::None;
 }
 
-FileResult openDataFile(const std::filesystem::path& path, RadioImage& image) {
+FileResult openDataFile(const std::filesystem::path& path, RadioImage& image, FileExtras* extras) {
     const ReadResult read = readWholeFile(path, kMaxImageFileBytes);
     if (read.status != ReadStatus::Ok)
         return fromRead(read);
     if (loadDataFileBytes(read.bytes, image) != FileError::None)
         return {FileError::IncorrectFileType, whyNotDataFile(read.bytes)};
+    if (extras)
+        *extras = extrasOf(read.bytes);
     return {};
 }
 
 FileResult saveDataFile(const std::filesystem::path& path, const RadioImage& image,
-                        const DateTime& saveTime) {
-    return fromWrite(writeFileAtomically(path, toFileImage(image, saveTime)));
+                        const DateTime& saveTime, const FileExtras& extras) {
+    return fromWrite(writeFileAtomically(path, toFileImage(image, saveTime, extras)));
 }
 
 FileError loadRawImageBytes(std::span<const std::uint8_t> bytes, RadioImage& image) {
@@ -199,13 +243,19 @@ bool isRawImagePath(const std::filesystem::path& path) {
     return true;
 }
 
-FileResult openImageFile(const std::filesystem::path& path, RadioImage& image) {
-    return isRawImagePath(path) ? openRawImage(path, image) : openDataFile(path, image);
+FileResult openImageFile(const std::filesystem::path& path, RadioImage& image, FileExtras* extras) {
+    if (!isRawImagePath(path))
+        return openDataFile(path, image, extras);
+    FileResult result = openRawImage(path, image);
+    if (result.ok() && extras)
+        *extras = {};
+    return result;
 }
 
 FileResult saveImageFile(const std::filesystem::path& path, const RadioImage& image,
-                         const DateTime& saveTime) {
-    return isRawImagePath(path) ? saveRawImage(path, image) : saveDataFile(path, image, saveTime);
+                         const DateTime& saveTime, const FileExtras& extras) {
+    return isRawImagePath(path) ? saveRawImage(path, image)
+                                : saveDataFile(path, image, saveTime, extras);
 }
 
 } // namespace zr310

@@ -24,9 +24,22 @@ inline constexpr std::size_t kRawImageSize = RadioImage::kSize;
 // Larger files are refused without being read in full.
 inline constexpr std::size_t kMaxImageFileBytes = 64 * 1024;
 
+// The bytes of an opened data file that the layout gives no meaning (those a
+// file we make leaves zero; docs/data-file.md lists them), with zeros in every
+// other place. Whoever opens a file keeps them beside the image and hands them
+// to the save, so they are written back as they were read. The default is the
+// zeros of a new file.
+struct FileExtras {
+    FileImage bytes{};
+
+    bool operator==(const FileExtras&) const = default;
+};
+
 // Rearranges the image into a data file and fills in the header, the save
-// stamp (saveTime, as YYYYMMDDhhmmss) and the marker of our own files.
-FileImage toFileImage(const RadioImage& image, const DateTime& saveTime);
+// stamp (saveTime, as YYYYMMDDhhmmss), the marker of our own files and the
+// unnamed bytes from extras.
+FileImage toFileImage(const RadioImage& image, const DateTime& saveTime,
+                      const FileExtras& extras = {});
 
 // Copies every area the file holds into the image. The columns that only our
 // own files carry are copied only when the file has our marker; otherwise
@@ -50,9 +63,11 @@ struct FileResult {
 // IncorrectFileType and leaves the image as it was.
 FileError loadDataFileBytes(std::span<const std::uint8_t> bytes, RadioImage& image);
 
-FileResult openDataFile(const std::filesystem::path& path, RadioImage& image);
+// On success extras (when given) gets the file's unnamed bytes.
+FileResult openDataFile(const std::filesystem::path& path, RadioImage& image,
+                        FileExtras* extras = nullptr);
 FileResult saveDataFile(const std::filesystem::path& path, const RadioImage& image,
-                        const DateTime& saveTime);
+                        const DateTime& saveTime, const FileExtras& extras = {});
 
 // Takes exactly 1024 bytes in radio address order; anything else is
 // IncorrectFileType and leaves the image as it was.
@@ -65,9 +80,11 @@ FileResult saveRawImage(const std::filesystem::path& path, const RadioImage& ima
 // other name is a data file.
 bool isRawImagePath(const std::filesystem::path& path);
 
-// Open or save choosing the format by the file name (see isRawImagePath).
-FileResult openImageFile(const std::filesystem::path& path, RadioImage& image);
+// Open or save choosing the format by the file name (see isRawImagePath). A
+// raw image has no unnamed bytes: opening one sets extras to zeros.
+FileResult openImageFile(const std::filesystem::path& path, RadioImage& image,
+                         FileExtras* extras = nullptr);
 FileResult saveImageFile(const std::filesystem::path& path, const RadioImage& image,
-                         const DateTime& saveTime);
+                         const DateTime& saveTime, const FileExtras& extras = {});
 
 } // namespace zr310

@@ -60,6 +60,19 @@ void BlockTransfer::closeAfterLastPacket(LinkAction& action) {
     m_blockCounter = kBlockCounterDone;
 }
 
+LinkAction BlockTransfer::restartExchange() {
+    m_linkState = 1;
+    m_blockCounter = 1;
+    m_progress = 0;
+    m_awaited = 0;
+    m_reopenPort = true;
+    LinkAction action = timersStopped();
+    action.closePort = true;
+    action.pauseAfterClose = kClosePause;
+    action.sendTimer = TimerCommand::start(m_startDelay);
+    return action;
+}
+
 LinkAction BlockTransfer::start() {
     if (m_started)
         return {};
@@ -82,6 +95,8 @@ LinkAction BlockTransfer::sendStep() {
     LinkAction action = timersStopped();
     switch (m_linkState) {
     case 1:
+        action.openPort = m_reopenPort;
+        m_reopenPort = false;
         action.send = makePacket(kWakeUp);
         expect(action, 1);
         break;

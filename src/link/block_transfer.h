@@ -70,6 +70,10 @@ protected:
     // is complete once the watchdog closes the exchange.
     void closeAfterLastPacket(LinkAction& action);
     void markTransferFinished() { m_transferFinished = true; }
+    // Starts the whole exchange again: the port is closed, and after the
+    // pause of a new transfer it is opened again for the wake-up; the blocks
+    // are all sent again. For a radio that may have dropped the session.
+    LinkAction restartExchange();
 
 private:
     LinkAction blockReply(std::span<const std::uint8_t> reply);
@@ -86,6 +90,7 @@ private:
     int m_progress = 0;
     int m_awaited = 0; // reply length awaited; 0 = none
     bool m_started = false;
+    bool m_reopenPort = false; // restarted: the wake-up opens the port again
     TransferOutcome m_outcome = TransferOutcome::Running;
 };
 

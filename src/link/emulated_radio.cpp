@@ -73,6 +73,8 @@ std::optional<RadioFault> RadioFault::parse(std::string_view text) {
         return RadioFault{Kind::Drop, *block};
     if (name == "noise")
         return RadioFault{Kind::Noise, *block};
+    if (name == "corrupt")
+        return RadioFault{Kind::Corrupt, *block};
     return std::nullopt;
 }
 
@@ -93,6 +95,8 @@ std::string RadioFault::toString() const {
         return block == 0 ? "noise" : "noise:" + n;
     case Kind::RefuseTuning:
         return "refuse-tuning";
+    case Kind::Corrupt:
+        return "corrupt:" + n;
     }
     return {};
 }
@@ -221,6 +225,8 @@ std::vector<std::uint8_t> EmulatedRadio::handleProgramming() {
         return {}; // the radio has stopped answering, and acting
     if (head == kWriteCommand) {
         std::copy_n(m_packet.begin() + 4, 8, m_memory.begin() + address);
+        if (fault.kind == RadioFault::Kind::Corrupt && m_sessionBlocks == fault.block)
+            m_memory[address] ^= 0xFF;
         m_sessionWrote = true;
         ++m_blocksWritten;
         return blockReply({kAck});

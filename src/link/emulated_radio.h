@@ -25,12 +25,13 @@ struct RadioFault {
         Drop,         // no reply from block `block` on
         Noise,        // stray bytes before every reply, or before block `block`'s
         RefuseTuning, // answers 'b' to every tuning frame but leaving tuning mode
+        Corrupt,      // acknowledges write block `block` but stores its first byte inverted
     };
     Kind kind = Kind::None;
     int block = 0; // 1-based block packet of the session; 0 = every reply (noise)
 
     // "silent", "short-ident", "bad-lead:N", "drop:N", "noise", "noise:N",
-    // "refuse-tuning".
+    // "refuse-tuning", "corrupt:N".
     static std::optional<RadioFault> parse(std::string_view text);
     std::string toString() const;
 };

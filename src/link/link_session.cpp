@@ -10,6 +10,8 @@ namespace {
 
 constexpr qint64 kReadBufferSize = 1024;
 
+SerialTrace* g_activeTrace = nullptr;
+
 void applyTimer(QTimer& timer, const TimerCommand& command) {
     switch (command.mode) {
     case TimerCommand::Mode::Keep:
@@ -24,6 +26,53 @@ void applyTimer(QTimer& timer, const TimerCommand& command) {
 }
 
 } // namespace
+
+SerialTrace::SerialTrace(const QString& path) : m_file(path) {
+    m_file.open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Text);
+    m_clock.start();
+}
+
+SerialTrace::~SerialTrace() {
+    flushReceived();
+    if (g_activeTrace == this)
+        g_activeTrace = nullptr;
+}
+
+void SerialTrace::record(bool sent, QByteArrayView bytes) {
+    if (!m_file.isOpen() || bytes.isEmpty())
+        return;
+    if (!sent) {
+        if (m_received.isEmpty())
+            m_receivedAt = m_clock.elapsed();
+        m_received += bytes;
+        return;
+    }
+    flushReceived();
+    writeLine(m_clock.elapsed(), '>', bytes);
+}
+
+void SerialTrace::flushReceived() {
+    if (m_received.isEmpty())
+        return;
+    writeLine(m_receivedAt, '<', m_received);
+    m_received.clear();
+}
+
+void SerialTrace::writeLine(qint64 ms, char direction, QByteArrayView bytes) {
+    const QByteArray line = QByteArray::number(ms / 1000) + '.' +
+                            QByteArray::number(ms % 1000).rightJustified(3, '0') + ' ' + direction +
+                            ' ' + bytes.toByteArray().toHex(' ').toUpper() + '\n';
+    m_file.write(line);
+    m_file.flush(); // whole lines on disk, also when the program stops
+}
+
+SerialTrace* SerialTrace::active() {
+    return g_activeTrace;
+}
+
+void SerialTrace::setActive(SerialTrace* trace) {
+    g_activeTrace = trace;
+}
 
 LinkSession::LinkSession(LinkEngine& engine, const QString& portName, QObject* parent)
     : QObject(parent), m_engine(engine), m_portName(portName) {
@@ -89,8 +138,11 @@ void LinkSession::apply(const LinkAction& action) {
             openPort();
         if (m_port.isOpen()) {
             const auto bytes = action.send.view();
-            m_port.write(reinterpret_cast<const char*>(bytes.data()), qint64(bytes.size()));
+            const QByteArrayView sent(bytes.data(), qsizetype(bytes.size()));
+            m_port.write(sent.data(), sent.size());
             m_port.flush();
+            if (SerialTrace* trace = SerialTrace::active())
+                trace->record(true, sent);
         }
     }
     if (action.holdAfterSend.count() > 0)
@@ -113,6 +165,8 @@ void LinkSession::apply(const LinkAction& action) {
         return;
     }
     if (action.finished) {
+        if (SerialTrace* trace = SerialTrace::active())
+            trace->flushReceived();
         m_sendTimer.stop();
         m_watchdog.stop();
         if (m_closeWhenFinished)
@@ -123,7 +177,10 @@ void LinkSession::apply(const LinkAction& action) {
 }
 
 void LinkSession::onReadyRead() {
-    m_received += m_port.readAll();
+    const QByteArray bytes = m_port.readAll();
+    if (SerialTrace* trace = SerialTrace::active())
+        trace->record(false, bytes);
+    m_received += bytes;
     deliverWaiting();
 }
 

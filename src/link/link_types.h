@@ -52,6 +52,8 @@ inline constexpr int kMsgReadCompleted = 1530;
 inline constexpr int kMsgWriteCompleted = 1531;
 inline constexpr int kMsgReadVersion10 = 1538;
 inline constexpr int kMsgVersion10Warning = 1539;
+inline constexpr int kMsgVerifyFailed = 1150;  // "Verify failed: ... at %1 (%2 bytes ...)"
+inline constexpr int kMsgVerifyNotRead = 1151; // "Writing completed, but ... read back ..."
 
 // What to do with one of the two timers.
 struct TimerCommand {

@@ -42,7 +42,7 @@ LinkAction ProgrammingTransfer::sendStep() {
     if (m_holding)
         return finishAfterHold();
     if (linkState() == 4 && kind() == TransferKind::Write)
-        return sendWriteBlock(false);
+        return sendWriteBlock(m_warningAnswered);
     const bool tuning = kind() == TransferKind::EnterTuning || kind() == TransferKind::WriteTuning;
     if (linkState() >= 5 && tuning)
         return sendTuningEnding();
@@ -66,6 +66,8 @@ LinkAction ProgrammingTransfer::sendWriteBlock(bool warningAnswered) {
     }
     stampWriteDate(image(), m_clock());
     action.send = writeBlockPacket(blockAddress(), image());
+    for (int i = 0; i < 8; ++i)
+        m_sent.setAtAddress(blockAddress() + i, image().atAddress(blockAddress() + i));
     expect(action, 1);
     action.watchdog = TimerCommand::start(kReplyTimeout);
     return action;
@@ -75,7 +77,14 @@ LinkAction ProgrammingTransfer::resumeAfterWarning() {
     if (!m_awaitingWarning || outcome() != TransferOutcome::Running)
         return {};
     m_awaitingWarning = false;
-    return sendWriteBlock(true);
+    m_warningAnswered = true;
+    const LinkFlags& f = flags();
+    const bool goesOn = !f.radioIsVersion10 || f.skipVersion10Check || f.version10Continue;
+    if (!goesOn)
+        return sendWriteBlock(true); // declined
+    // However long the warning was open, the radio may have dropped the
+    // session meanwhile (it does after 2 s of silence): start again.
+    return restartExchange();
 }
 
 LinkAction ProgrammingTransfer::sendTuningEnding() {
@@ -113,7 +122,8 @@ LinkAction ProgrammingTransfer::finishAfterHold() {
 void ProgrammingTransfer::identified(std::span<const std::uint8_t> ident) {
     LinkFlags& f = flags();
     f.radioIsVersion10 = ident[kIdentVersionIndex] != kIdentCurrentVersion;
-    if (f.radioIsVersion10 && kind() == TransferKind::Write) {
+    if (f.radioIsVersion10 && kind() == TransferKind::Write && !m_optionConverted) {
+        m_optionConverted = true;
         const std::uint8_t option = image().atAddress(kVersion10OptionAddress);
         image().setAtAddress(kVersion10OptionAddress, toVersion10Layout(option));
     }
@@ -140,6 +150,20 @@ LinkAction ProgrammingTransfer::onWatchdog() {
     if (action.finished && outcome() == TransferOutcome::Completed && kind() == TransferKind::Write)
         flags().skipVersion10Check = false;
     return action;
+}
+
+WriteCheck checkWrittenBlocks(const RadioImage& sent, const RadioImage& readBack) {
+    WriteCheck check;
+    for (int block = 1; block <= blockCount(TransferKind::Write); ++block) {
+        const int first = zr310::blockAddress(TransferKind::Write, block);
+        for (int address = first; address < first + 8; ++address) {
+            if (sent.atAddress(address) == readBack.atAddress(address))
+                continue;
+            if (check.differingBytes++ == 0)
+                check.firstAddress = address;
+        }
+    }
+    return check;
 }
 
 } // namespace zr310

@@ -21,9 +21,12 @@ namespace zr310 {
 // leaves old and new bytes mixed. Every write block is built after stamping
 // the current date and time into the image (radio addresses 0x3C0..0x3CD).
 // When a version-1.0 radio is written, its option byte at 0x02B0 is converted
-// to the old layout in the image itself, and the version-1.0 warning is
-// consulted before the first write block (see LinkFlags). A completed write
-// clears `skipVersion10Check`, so the next write asks again.
+// to the old layout in the image itself (once), and the version-1.0 warning is
+// consulted before the first write block (see LinkFlags). An answer that lets
+// the write go on starts the exchange again from the wake-up, since the radio
+// may have dropped the session while the warning was open, and holds for the
+// rest of the write: it is not asked again. A completed write clears
+// `skipVersion10Check`, so the next write asks again.
 class ProgrammingTransfer : public BlockTransfer {
 public:
     using Clock = std::function<DateTime()>;
@@ -38,6 +41,9 @@ public:
     // otherwise 0 (the caller reports the other outcomes).
     int messageId() const;
     int progressMaximum() const override;
+    // A write: the bytes of every block as sent, at their addresses (the
+    // date stamp of each block as it went out); zero elsewhere.
+    const RadioImage& sentBlocks() const { return m_sent; }
 
 protected:
     int blocks() const override;
@@ -52,8 +58,21 @@ private:
     LinkAction finishAfterHold();
 
     Clock m_clock;
+    RadioImage m_sent;
     bool m_awaitingWarning = false;
-    bool m_holding = false; // entering tuning mode: the tuning command was sent
+    bool m_warningAnswered = false; // in this write: not asked again
+    bool m_optionConverted = false; // the version-1.0 option byte, at most once
+    bool m_holding = false;         // entering tuning mode: the tuning command was sent
 };
+
+// Reading a radio back after a write: how many bytes of the write's blocks
+// differ from what was sent, and the radio address of the first one (-1
+// when none does).
+struct WriteCheck {
+    int differingBytes = 0;
+    int firstAddress = -1;
+    bool passed() const { return differingBytes == 0; }
+};
+WriteCheck checkWrittenBlocks(const RadioImage& sent, const RadioImage& readBack);
 
 } // namespace zr310

@@ -43,4 +43,14 @@ TransferResult InfoTransfer::result() const {
             m_engine.transferFinished(), m_engine.windowMessageId()};
 }
 
+QString verifyFailedText(const WriteCheck& check, Language language) {
+    const auto text = ResString(kMsgVerifyFailed, language);
+    const QString address =
+        QStringLiteral("0x") +
+        QString::number(check.firstAddress, 16).rightJustified(4, '0').toUpper();
+    return QString::fromUtf8(text.data(), qsizetype(text.size()))
+        .arg(address)
+        .arg(check.differingBytes);
+}
+
 } // namespace zr310

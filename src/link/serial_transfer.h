@@ -27,6 +27,7 @@
 #include "programming_transfer.h"
 #include "radio_image.h"
 #include "radio_info_transfer.h"
+#include "string_table.h"
 
 #include <QMetaType>
 #include <QObject>
@@ -65,6 +66,7 @@ public:
     QString portName() const { return m_portName; }
     TransferResult result() const;
     const ProgrammingTransfer& engine() const { return m_engine; }
+    const RadioImage& sentBlocks() const { return m_engine.sentBlocks(); }
 
 signals:
     void progress(int value, int maximum);
@@ -105,6 +107,10 @@ private:
     RadioInfoTransfer m_engine;
     LinkSession m_session;
 };
+
+// Text 1150 for a write whose read-back differs: the first differing radio
+// address as "0x0030" and the number of differing bytes.
+QString verifyFailedText(const WriteCheck& check, Language language);
 
 } // namespace zr310
 

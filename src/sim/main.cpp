@@ -49,7 +49,7 @@ constexpr std::string_view kUsage =
     "                   and each confirmed tuning value\n"
     "  --version10      identify as a version-1.0 radio\n"
     "  --fault KIND     silent | short-ident | bad-lead:N | drop:N | noise | noise:N |\n"
-    "                   refuse-tuning\n"
+    "                   refuse-tuning | corrupt:N\n"
     "  --no-line-delay  answer at once instead of at 9600 baud\n";
 
 std::optional<Options> parseOptions(const std::vector<std::string_view>& args, std::string& error) {

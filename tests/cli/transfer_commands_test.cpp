@@ -1,7 +1,9 @@
 // zr310-cli read/write/info/tune against zr310-sim over a real pseudo-terminal.
 // The commands run in this process; the radio is the zr310-sim program.
 
+#include "backup.h"
 #include "cli_test_util.h"
+#include "radio_info.h"
 #include "transfer_commands.h"
 #include "tune_command.h"
 #include "tuning.h"
@@ -70,9 +72,11 @@ class TestTransferCommands : public QObject {
     Q_OBJECT
 
 private slots:
+    void initTestCase();
     void init();
     void read_data();
     void read();
+    void readWhenTheBackupFails();
     void write_data();
     void write();
     void info();
@@ -80,11 +84,19 @@ private slots:
     void tune();
     void usage_data();
     void usage();
+    void trace_data();
+    void trace();
 
 private:
+    QTemporaryDir m_dataHome; // XDG_DATA_HOME: the backups of every read go there
     std::unique_ptr<QTemporaryDir> m_dir;
     QString path(const QString& name) const { return m_dir->filePath(name); }
 };
+
+void TestTransferCommands::initTestCase() {
+    QVERIFY(m_dataHome.isValid());
+    qputenv("XDG_DATA_HOME", m_dataHome.path().toUtf8()); // never the real home
+}
 
 void TestTransferCommands::init() {
     m_dir = std::make_unique<QTemporaryDir>();
@@ -124,11 +136,16 @@ void TestTransferCommands::read() {
     QFETCH(QString, message);
 
     QRandomGenerator random(7);
-    const RadioImage radioImage = randomImage(random);
+    RadioImage radioImage = randomImage(random);
+    const QByteArray radioId = "FLEET 7/North";
+    for (int i = 0; i < 16; ++i)
+        radioImage.setAtAddress(kRadioIdAddress + i, i < radioId.size() ? radioId[i] : 0x00);
     writeRaw(path("radio.bin").toStdString(), radioImage);
     SimProcess sim(path("radio.bin"), simOptions);
     QVERIFY(!sim.port().empty());
     std::ofstream(path(output).toStdString()) << "keep me"; // a failed read leaves it so
+    const QDir backups(m_dataHome.filePath("zr310/backups"));
+    const QStringList backupsBefore = backups.entryList(QDir::Files);
 
     const auto run =
         runCommand(runReadCommand, {"--port", sim.port(), "-o", path(output).toStdString(),
@@ -136,8 +153,12 @@ void TestTransferCommands::read() {
     QCOMPARE(run.status, status);
     const QString shown = QString::fromStdString(status == 0 ? run.out : run.err);
     QVERIFY2(shown.contains(message), qPrintable(shown));
+    QStringList newBackups = backups.entryList(QDir::Files);
+    for (const QString& name : backupsBefore)
+        newBackups.removeOne(name);
     if (status != 0) {
         QCOMPARE(contents(path(output)), QByteArray("keep me"));
+        QCOMPARE(newBackups, QStringList()); // nothing was read
         return;
     }
     RadioImage read;
@@ -147,6 +168,44 @@ void TestTransferCommands::read() {
     const auto start = makeStartImage();
     for (int a = 0; a < 1024; ++a)
         QCOMPARE(read.atAddress(a), a < 0x3F8 ? expected[a] : start.atAddress(a));
+
+    // One backup more, named by the time and the radio ID, holding every
+    // byte that was read; the command says where it is.
+    QCOMPARE(newBackups.size(), 1);
+    const QString backup = backups.filePath(newBackups.front());
+    QVERIFY2(QRegularExpression(R"(^\d{4}-\d\d-\d\d_\d{6}_FLEET_7_North(-\d+)?\.k720$)")
+                 .match(newBackups.front())
+                 .hasMatch(),
+             qPrintable(newBackups.front()));
+    const QString said =
+        (lang == "zh" ? QString("读出数据的备份：") : QString("Backup of the data read:")) + ' ' +
+        backup + '\n';
+    QVERIFY2(QString::fromStdString(run.out).endsWith(said), run.out.c_str());
+    QCOMPARE(contents(backup).size(), 1360);
+    RadioImage backedUp;
+    QVERIFY(openDataFile(backup.toStdString(), backedUp).ok());
+    QVERIFY(backedUp == read);
+}
+
+// A backup that cannot be saved is a warning; the read itself is done.
+void TestTransferCommands::readWhenTheBackupFails() {
+    std::ofstream(path("not-a-folder").toStdString()) << "x";
+    qputenv("XDG_DATA_HOME", path("not-a-folder").toUtf8());
+    writeRaw(path("radio.bin").toStdString(), makeStartImage());
+    SimProcess sim(path("radio.bin"), "--no-line-delay");
+    QVERIFY(!sim.port().empty());
+    const auto run =
+        runCommand(runReadCommand, {"--port", sim.port(), "-o", path("out.k720").toStdString()});
+    qputenv("XDG_DATA_HOME", m_dataHome.path().toUtf8());
+    QCOMPARE(run.status, 0);
+    QVERIFY2(QString::fromStdString(run.out).contains("Reading completed"), run.out.c_str());
+    QVERIFY2(QString::fromStdString(run.err).startsWith(
+                 "The backup of the data read could not be saved: cannot create the folder " +
+                 path("not-a-folder/zr310/backups")),
+             run.err.c_str());
+    RadioImage read;
+    QVERIFY(openImageFile(path("out.k720").toStdString(), read).ok());
+    QVERIFY(read == makeStartImage());
 }
 
 void TestTransferCommands::write_data() {
@@ -165,6 +224,13 @@ void TestTransferCommands::write_data() {
     row("version 1.0, --yes", fast + "--version10", "--yes", 0, "Writing completed");
     row("drop", fast + "--fault drop:5", "", 4, "Please Write again because of interruption!");
     row("silent", fast + "--fault silent", "", 3, "Port has no response");
+    row("verify", fast, "--verify --force", 0, "Writing completed");
+    row("verify, version 1.0", fast + "--version10", "--verify --yes --force", 0,
+        "Writing completed");
+    row("verify, block 7 stored wrong", fast + "--fault corrupt:7", "--verify --force", 7,
+        "first at 0x0030; differing bytes: 1.");
+    row("verify, block 38 stored wrong", fast + "--fault corrupt:38", "--verify --force", 7,
+        "first at 0x03C8; differing bytes: 1.");
 }
 
 void TestTransferCommands::write() {
@@ -182,8 +248,10 @@ void TestTransferCommands::write() {
     QVERIFY(!sim.port().empty());
 
     std::vector<std::string> args{"--port", sim.port(), path("in.bin").toStdString()};
-    if (!extra.isEmpty())
-        args.push_back(extra.toStdString());
+    if (!extra.contains("--force"))
+        args.push_back("--force"); // random bytes fail the checks before a write
+    for (const QString& arg : extra.split(' ', Qt::SkipEmptyParts))
+        args.push_back(arg.toStdString());
     const auto run = runCommand(runWriteCommand, args);
     QCOMPARE(run.status, status);
     const QString shown = QString::fromStdString(status == 0 ? run.out : run.err);
@@ -191,16 +259,22 @@ void TestTransferCommands::write() {
 
     // zr310-sim saves its memory after a completed write only.
     const auto before = radioImage.toRadioOrder();
-    if (status != 0) {
+    if (status != 0 && status != kExitVerifyFailed) {
         QCOMPARE(readRaw(path("radio.bin").toStdString()).toRadioOrder(), before);
         return;
     }
     QVERIFY(sim.waitForSave());
     const auto after = readRaw(path("radio.bin").toStdString()).toRadioOrder();
     const auto sent = fileImage.toRadioOrder();
+    // corrupt:N stored the first byte of write block N inverted.
+    const int corrupted = !simOptions.contains("corrupt")    ? -1
+                          : simOptions.contains("corrupt:7") ? 0x30
+                                                             : 0x3C8;
     for (int a = 0; a < 1024; ++a) {
         if (a >= 0x3C0 && a < 0x3CE) // the date stamp
-            QVERIFY(after[a] >= '0' && after[a] <= '9');
+            QCOMPARE(after[a] >= '0' && after[a] <= '9', a != corrupted);
+        else if (a == corrupted)
+            QCOMPARE(after[a], std::uint8_t(~sent[a]));
         else if (a == 0x2B0 && simOptions.contains("--version10"))
             QCOMPARE(after[a], std::uint8_t((sent[a] & 0x78) << 1));
         else
@@ -313,6 +387,54 @@ void TestTransferCommands::usage() {
     const auto run = runCommand(commands[command], list);
     QCOMPARE(run.status, kExitUsage);
     QVERIFY(!run.err.empty());
+}
+
+void TestTransferCommands::trace_data() {
+    QTest::addColumn<int>("command"); // 0 read, 1 write, 2 info, 3 tune
+    QTest::addColumn<QString>("args");
+    QTest::addColumn<int>("status");
+    const auto row = [](const char* name, int command, const char* args, int status = 0) {
+        QTest::newRow(name) << command << QString(args) << status;
+    };
+    row("read", 0, "-o out.bin");
+    row("write", 1, "in.bin");
+    row("info", 2, "");
+    row("tune", 3, "--get");
+    row("trace not writable", 0, "-o out.bin", kExitFileRefused);
+}
+
+// One line a packet sent and one for the reply, from the wake-up on.
+void TestTransferCommands::trace() {
+    QFETCH(int, command);
+    QFETCH(QString, args);
+    QFETCH(int, status);
+    writeRaw(path("radio.bin").toStdString(), makeStartImage());
+    writeRaw(path("in.bin").toStdString(), makeStartImage());
+    SimProcess sim(path("radio.bin"), "--no-line-delay");
+    QVERIFY(!sim.port().empty());
+    const QString trace = status == 0 ? path("trace.txt") : path("none/trace.txt");
+    const std::array commands{runReadCommand, runWriteCommand, runInfoCommand, runTuneCommand};
+    const auto run = runCommand(
+        commands[command],
+        argList(QStringList{"--port", QString::fromStdString(sim.port()), "--trace", trace} +
+                args.replace("in.bin", path("in.bin"))
+                    .replace("out.bin", path("out.bin"))
+                    .split(' ', Qt::SkipEmptyParts)));
+    QVERIFY2(run.status == status, run.err.c_str());
+    if (status != 0)
+        return;
+    const QStringList lines = QString(contents(trace)).split('\n', Qt::SkipEmptyParts);
+    QVERIFY(lines.size() > 4);
+    QVERIFY2(lines[0].endsWith(" > 02 50 52 4F 47 52 41 4D"), qPrintable(lines[0]));
+    static const QRegularExpression form("^\\d+\\.\\d{3} ([<>])( [0-9A-F]{2})+$");
+    double before = 0;
+    for (int i = 0; i < lines.size(); ++i) {
+        const auto match = form.match(lines[i]);
+        QVERIFY2(match.hasMatch(), qPrintable(lines[i]));
+        QCOMPARE(match.captured(1), QString(i % 2 == 0 ? ">" : "<"));
+        QVERIFY(lines[i].section(' ', 0, 0).toDouble() >= before);
+        before = lines[i].section(' ', 0, 0).toDouble();
+    }
 }
 
 QTEST_GUILESS_MAIN(TestTransferCommands)

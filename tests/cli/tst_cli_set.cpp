@@ -122,6 +122,50 @@ private slots:
         QCOMPARE(runCommand(runNewCommand, {file}).status, kExitUsage);
         QCOMPARE(runCommand(runNewCommand, {file, "--force"}).status, 0);
     }
+
+    // new OUT and set IN -o OUT replace what stands at OUT only with --force (a
+    // link counts, also one that leads nowhere or to itself); set takes along the
+    // input's bytes that no setting names.
+    void existingOutput_data() {
+        QTest::addColumn<QString>("command");
+        QTest::addColumn<QString>("there"); // file, dangling, loop or nothing
+        QTest::addColumn<bool>("force");
+        QTest::addColumn<int>("status");
+        const auto row = [](const char* name, const char* command, const char* there, bool force,
+                            int status) {
+            QTest::newRow(name) << command << there << force << status;
+        };
+        row("new onto a dangling link", "new", "dangling", false, kExitUsage);
+        row("new onto a link loop", "new", "loop", false, kExitUsage);
+        row("new --force onto a file", "new", "file", true, kExitOk);
+        row("set -o onto a file", "set", "file", false, kExitUsage);
+        row("set -o --force onto a file", "set", "file", true, kExitOk);
+        row("set -o to a new name", "set", "nothing", false, kExitOk);
+    }
+    void existingOutput() {
+        QFETCH(QString, command);
+        QFETCH(QString, there);
+        QFETCH(bool, force);
+        QFETCH(int, status);
+        const std::string out = path("out.k720"), in = path("in.k720");
+        FileImage file = toFileImage(RadioImage{}, {});
+        file[0x540] = 0x77; // no setting names it
+        std::ofstream(in, std::ios::binary).write(reinterpret_cast<char*>(file.data()), 1360);
+        std::filesystem::remove(out);
+        if (there == "file")
+            std::filesystem::copy_file(in, out);
+        else if (there != "nothing")
+            std::filesystem::create_symlink(there == "loop" ? out : in + ".gone", out);
+        auto args = command == "new" ? std::vector<std::string>{out}
+                                     : std::vector<std::string>{in, "CboSQ=3", "-o", out};
+        if (force)
+            args.push_back("--force");
+        QCOMPARE(runCommand(command == "new" ? runNewCommand : runSetCommand, args).status, status);
+        std::ifstream written(out, std::ios::binary);
+        const std::string bytes{std::istreambuf_iterator<char>(written), {}};
+        QCOMPARE(int(bytes.size()), status == kExitUsage && there != "file" ? 0 : 1360);
+        QVERIFY(bytes.empty() || bytes[0x540] == (command == "new" && !status ? 0 : 0x77));
+    }
 };
 
 QTEST_APPLESS_MAIN(TestCliSet)

@@ -124,11 +124,13 @@ private slots:
         raw[0x2D2] = char(0x59);
         QTest::newRow("band 0x59") << raw << QStringList{"FILE", "--json"} << 0
                                    << "\"band_range\": \"465.00000～520.00000 MHz\"";
-        QTest::newRow("short bin") << QByteArray(1023, 0) << QStringList{"FILE"} << kExitFileRefused
-                                   << "Incorrect File Type.";
+        QTest::newRow("short bin")
+            << QByteArray(1023, 0) << QStringList{"FILE"} << kExitFileRefused
+            << "Incorrect File Type. FILE: a raw image has 1024 bytes, this one has 1023";
         QTest::newRow("k720 bad tag")
-            << QByteArray(1360, 'x') << QStringList{"FILE", "--lang", "zh"} << kExitFileRefused
-            << "文件类型不正确。";
+            << QByteArray(1360, 'x').replace(8, 1, "\n") << QStringList{"FILE", "--lang", "zh"}
+            << kExitFileRefused
+            << "文件类型不正确。 FILE: the model tag at bytes 4..9 is \"xxxx\\x0Ax\"";
         QTest::newRow("two files") << raw << QStringList{"FILE", "FILE"} << kExitUsage << "";
         QTest::newRow("unknown option")
             << raw << QStringList{"FILE", "--yaml"} << kExitUsage << "--yaml";
@@ -148,7 +150,9 @@ private slots:
         const CommandRun run =
             runCommand(runShowCommand, argList(args.replaceInStrings("FILE", file)));
         QCOMPARE(run.status, status);
-        QVERIFY(QString::fromStdString(status ? run.err : run.out).contains(text));
+        QVERIFY2(
+            QString::fromStdString(status ? run.err : run.out).contains(text.replace("FILE", file)),
+            run.err.c_str());
         QCOMPARE(run.out.empty(), status != 0);
     }
 };

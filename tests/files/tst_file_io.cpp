@@ -9,6 +9,7 @@
 #ifdef Q_OS_UNIX
 #include <csignal>
 #include <sys/resource.h>
+#include <sys/stat.h>
 #include <unistd.h>
 #endif
 
@@ -167,7 +168,102 @@ private slots:
         QCOMPARE(readBytes(path), old);
         QCOMPARE(entryCount(m_dir), how == 2 ? 2 : 1);
     }
+
+    // Saving to NAME (a link to LINK when given) with THING made at "t" first:
+    // only a regular file is replaced, links are followed and stay, and a
+    // refusal says why and writes nothing anywhere.
+    void oddSaveTargets_data() {
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<QString>("link");
+        QTest::addColumn<QString>("thing");
+        QTest::addColumn<QString>("why"); // in the refusal; empty: saved to "t"
+        const auto row = [](const char* tag, const char* name, const char* link, const char* thing,
+                            const char* why) {
+            QTest::newRow(tag) << name << link << thing << why;
+        };
+        row("plain file", "t", "", "file", "");
+        row("device node", "/dev/null", "", "", "device");
+        row("link to a device", "a", "/dev/null", "", "device");
+        row("fifo", "t", "", "fifo", "pipe");
+        row("folder", "t", "", "folder", "folder");
+        row("link to a file", "sub/a", "../t", "file", "");
+        row("dangling link", "sub/a", "../t", "", "");
+        row("dangling link, no folder", "a", "none/t", "", "No such file");
+        row("link loop", "a", "a", "", "symbolic links");
+    }
+    void oddSaveTargets() {
+        QFETCH(QString, name);
+        QFETCH(QString, link);
+        QFETCH(QString, thing);
+        QFETCH(QString, why);
+        const fs::path path = m_dir / name.toStdString(), t = m_dir / "t";
+        fs::create_directory(m_dir / "sub");
+        if (!link.isEmpty())
+            fs::create_symlink(link.toStdString(), path);
+        if (thing == "file" || thing == "folder")
+            thing == "file" ? writeBytes(t, {1}) : void(fs::create_directory(t));
+        QVERIFY(thing != "fifo" || mkfifo(t.c_str(), 0600) == 0);
+        const FileResult result = saveDataFile(path, RadioImage{}, {});
+        QVERIFY2(why.isEmpty() ? result.ok() : QString(result.detail.c_str()).contains(why),
+                 result.detail.c_str());
+        QCOMPARE(fs::is_symlink(path), !link.isEmpty());
+        const bool plain = fs::is_regular_file(fs::symlink_status(t)); // kept or saved
+        QCOMPARE(plain ? int(fs::file_size(t)) : 0, why.isEmpty() ? 1360 : int(thing == "file"));
+        QVERIFY(fs::is_character_file("/dev/null"));
+        for (const fs::path dir : {m_dir, m_dir / "sub", fs::path("/dev")})
+            for (const auto& entry : fs::directory_iterator(dir))
+                QVERIFY(entry.path().string().find(".zr310-") == std::string::npos);
+    }
+
+    // A save removes the temporary files killed saves left in its folder: ours
+    // by name, this user's plain files, older than a minute; nothing else.
+    void staleTempFilesGo_data() {
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<int>("age");      // seconds
+        QTest::addColumn<QString>("kind"); // file, link or foreign (another user's)
+        QTest::addColumn<bool>("goes");
+        const auto row = [](const char* tag, const char* name, int age, const char* kind,
+                            bool goes) { QTest::newRow(tag) << name << age << kind << goes; };
+        row("left by a killed save", "y.bin.zr310-1a2b3c-0", 120, "file", true);
+        row("a save under way", "x.k720.zr310-1a2b3c-1", 5, "file", false);
+        row("name not ours", "x.k720.zr310-keep", 3600, "file", false);
+        row("a link", "x.k720.zr310-1-2", 3600, "link", false);
+        row("another user's", "x.k720.zr310-1-2", 3600, "foreign", false);
+    }
+    void staleTempFilesGo() {
+        QFETCH(QString, name);
+        QFETCH(int, age);
+        QFETCH(QString, kind);
+        QFETCH(bool, goes);
+        const fs::path stale = m_dir / name.toStdString(), kept = m_dir / "kept";
+        writeBytes(kind == "link" ? kept : stale, {1});
+        if (kind == "link")
+            fs::create_symlink(kept, stale);
+        if (kind == "foreign" && (geteuid() != 0 || chown(stale.c_str(), 65534, 65534) != 0))
+            QSKIP("only root can give a file to another user");
+        const auto then = fs::file_time_type::clock::now() - std::chrono::seconds(age);
+        fs::last_write_time(kind == "link" ? kept : stale, then);
+        QVERIFY(saveDataFile(m_dir / "x.k720", RadioImage{}, {}).ok());
+        QCOMPARE(fs::exists(fs::symlink_status(stale)), !goes);
+        QVERIFY(kind != "link" || fs::exists(kept));
+    }
 #endif
+
+    // Bytes the layout gives no meaning survive an open and a save.
+    void unnamedBytesSurviveASave() {
+        FileImage file = toFileImage(randomImage(m_rng), {});
+        const int unnamed[][2] = {{0x029, 0x037}, {0x138, 0x1AF}, {0x368, 0x393}, {0x3D4, 0x403},
+                                  {0x40C, 0x41F}, {0x4E5, 0x4EB}, {0x540, 0x54F}};
+        for (const auto& [first, last] : unnamed)
+            std::generate(file.begin() + first, file.begin() + last + 1,
+                          [&] { return 1 + m_rng() % 255; });
+        writeBytes(m_dir / "in.k720", Bytes(file.begin(), file.end()));
+        RadioImage image;
+        FileExtras extras;
+        QVERIFY(openImageFile(m_dir / "in.k720", image, &extras).ok());
+        QVERIFY(saveImageFile(m_dir / "out.k720", image, {}, extras).ok());
+        QVERIFY(readBytes(m_dir / "out.k720") == Bytes(file.begin(), file.end()));
+    }
 };
 
 QTEST_APPLESS_MAIN(TestFileIo)

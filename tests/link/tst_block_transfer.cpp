@@ -4,6 +4,7 @@
 // a radio may give.
 
 #include "link_test_util.h"
+#include "packets.h"
 #include "programming_transfer.h"
 #include "radio_info_transfer.h"
 #include "tuning_exchange.h"
@@ -93,6 +94,7 @@ private slots:
     void badOrMissingReply();
     void version10Write_data();
     void version10Write();
+    void version10SlowAnswer();
     void randomReplies();
     void tuningExchange_data();
     void tuningExchange();
@@ -282,8 +284,9 @@ void TestBlockTransfer::version10Write_data() {
     QTest::newRow("OK") << true << false << false << "ok" << 1 << done;
     QTest::newRow("OK, box ticked") << true << false << false << "ok+tick" << 1 << done;
     QTest::newRow("cancel") << true << false << false << "cancel" << 1 << declined;
-    // Closing the warning leaves the check in force: it is asked before every block.
-    QTest::newRow("closed, earlier OK") << true << false << true << "close" << 38 << done;
+    // Closing the warning leaves the flags as they were: an earlier OK goes on,
+    // and the answer holds for the rest of the write.
+    QTest::newRow("closed, earlier OK") << true << false << true << "close" << 1 << done;
     QTest::newRow("closed, never OK") << true << false << false << "close" << 1 << declined;
     QTest::newRow("don't show, continue") << true << true << true << "" << 0 << done;
     QTest::newRow("don't show, not continue") << true << true << false << "" << 0 << declined;
@@ -332,7 +335,59 @@ void TestBlockTransfer::version10Write() {
     } else {
         QCOMPARE(radio.memory()[0x2B0], image.atAddress(0x2B0));
         QCOMPARE(radio.blocksWritten(), 38);
+        QCOMPARE(blockAddressesSent(link), writeBlocks());
+        // After a warning the exchange started again from the wake-up.
+        const Bytes wakeUp(kWakeUp.begin(), kWakeUp.end());
+        const auto wakeUps = std::count_if(link.sent().begin(), link.sent().end(),
+                                           [&](const auto& s) { return s.bytes == wakeUp; });
+        QCOMPARE(int(wakeUps), warnings > 0 ? 2 : 1);
     }
+}
+
+// The warning answered after the radio dropped the half-finished session (as
+// it does after 2 s of silence): the write starts again from the wake-up, on
+// the port opened again, is not asked again and completes.
+void TestBlockTransfer::version10SlowAnswer() {
+    const auto radioBefore = patternedMemory(5);
+    EmulatedRadio radio(radioBefore, {true, {}});
+    RadioImage image = patternedImage(9);
+    const std::uint8_t option = image.atAddress(0x2B0);
+    LinkFlags flags;
+    ProgrammingTransfer transfer(TransferKind::Write, image, flags, fixedClock);
+    VirtualLink link(transfer);
+    link.setRadio(radio);
+    link.setWarningHandler([&] {
+        radio.lineIdle(); // the session is gone
+        QVERIFY(link.portOpen());
+        flags.skipVersion10Check = flags.version10Continue = true;
+    });
+    QVERIFY(link.run());
+
+    QCOMPARE(link.warningsShown(), 1);
+    QCOMPARE(transfer.outcome(), TransferOutcome::Completed);
+    QCOMPARE(transfer.messageId(), 0);
+    QVERIFY(!flags.skipVersion10Check);
+    QVERIFY(!link.portOpen());
+    // wake-up, identify, confirm; the warning; again wake-up, identify,
+    // confirm, then the 38 blocks and END.
+    const auto& sent = link.sent();
+    QCOMPARE(int(sent.size()), 3 + 3 + 38 + 1);
+    const Bytes wakeUp(kWakeUp.begin(), kWakeUp.end());
+    QCOMPARE(sent[0].bytes, wakeUp);
+    QCOMPARE(sent[3].bytes, wakeUp);
+    QCOMPARE(sent[4].bytes, Bytes{kStx});
+    QCOMPARE(sent[5].bytes, Bytes{kAck});
+    // The port is closed for 30 ms, then the start delay of a new transfer.
+    QVERIFY(sent[3].at - sent[2].at >= milliseconds(60));
+    QCOMPARE(blockAddressesSent(link), writeBlocks());
+    QCOMPARE(radio.blocksWritten(), 38);
+    QCOMPARE(radio.commits(), 1);
+    // The option byte is converted once, though the radio identified twice.
+    const std::uint8_t converted = static_cast<std::uint8_t>((option & 0x78) << 1);
+    QCOMPARE(image.atAddress(0x2B0), converted);
+    QCOMPARE(radio.memory()[0x2B0], converted);
+    for (int a = 0; a < 0x100; ++a)
+        QCOMPARE(radio.memory()[a], image.atAddress(a));
 }
 
 // Whatever the radio answers, every transfer ends with the port closed.

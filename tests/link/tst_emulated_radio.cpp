@@ -36,10 +36,10 @@ private slots:
 void TestEmulatedRadio::faultNames_data() {
     QTest::addColumn<QString>("text");
     QTest::addColumn<bool>("valid");
-    for (const char* ok :
-         {"silent", "short-ident", "noise", "noise:4", "bad-lead:1", "drop:128", "refuse-tuning"})
+    for (const char* ok : {"silent", "short-ident", "noise", "noise:4", "bad-lead:1", "drop:128",
+                           "refuse-tuning", "corrupt:38"})
         QTest::newRow(ok) << QString(ok) << true;
-    for (const char* bad : {"", "drop", "drop:0", "bad-lead:x", "loud", "drop:3x"})
+    for (const char* bad : {"", "drop", "drop:0", "bad-lead:x", "loud", "drop:3x", "corrupt"})
         QTest::newRow(bad[0] ? bad : "empty") << QString(bad) << false;
 }
 

@@ -1,13 +1,21 @@
 // Read, Write and Test Mode from the main window against emulated radios
 // served on pseudo-terminals: the progress window, the message boxes of the
-// outcome, the refresh and the version-1.0 warning.
+// outcome, the refresh, the backup of every read and the version-1.0 warning.
+#include "backup.h"
 #include "channel.h"
+#include "k720_file.h"
+#include "serial_transfer.h"
 #include "simulated_radio.h"
 #include "ui_test_support.h"
 
 #include <QAbstractButton>
 #include <QCheckBox>
+#include <QDesktopServices>
+#include <QDir>
+#include <QMenu>
 #include <QProgressBar>
+#include <QTemporaryDir>
+#include <QUrl>
 
 #include <memory>
 
@@ -51,11 +59,38 @@ template <typename T> T query(SimulatedRadio& radio, T (EmulatedRadio::*get)() c
     return value;
 }
 
+// The names in the backups folder that are not in `before`.
+QStringList newBackups(const QStringList& before) {
+    QStringList names = QDir(QString::fromStdU16String(backupFolder().u16string()))
+                            .entryList(QDir::Files, QDir::Name);
+    for (const QString& name : before) {
+        names.removeOne(name);
+    }
+    return names;
+}
+
+QStringList backups() {
+    return newBackups({});
+}
+
 } // namespace
 
 class TestTransfers : public QObject {
     Q_OBJECT
+public slots:
+    // File > Open Backup Folder hands its URL here (QDesktopServices).
+    void openUrl(const QUrl& url) { m_opened << url; }
+
+private:
+    QTemporaryDir m_dataHome; // XDG_DATA_HOME: every read leaves a backup there
+    QList<QUrl> m_opened;
+
 private slots:
+    void initTestCase() {
+        QVERIFY(m_dataHome.isValid());
+        qputenv("XDG_DATA_HOME", m_dataHome.path().toUtf8()); // never the real home
+    }
+
     void read_data() {
         QTest::addColumn<bool>("version10");
         QTest::addColumn<QStringList>("boxes");
@@ -84,6 +119,7 @@ private slots:
         });
         ticker.start(1);
 
+        const QStringList before = backups();
         ModalAnswerer answers;
         trigger(window.get(), "Toolbar1_6");
         QCOMPARE(answers.log(), QStringList{seen("frmConnect", 1520)} + boxes);
@@ -93,6 +129,60 @@ private slots:
         QCOMPARE(cell(window.get(), 2, 2)->text(), QString("DCS 023"));
         QCOMPARE(cell(window.get(), 2, 7)->text(), text(power));
         QVERIFY(!window->isModified());
+
+        // The backup holds the image as read, before the refresh took low
+        // power out for a version-1.0 radio: the radio's bytes, and the last
+        // block (fetched but not kept) from the image before the read.
+        const QStringList added = newBackups(before);
+        QCOMPARE(added.size(), 1);
+        RadioImage backedUp;
+        QVERIFY(openDataFile(backupFolder() / added.front().toStdString(), backedUp).ok());
+        const auto radioBytes = radioContents().toRadioOrder();
+        const RadioImage start = makeStartImage();
+        for (int a = 0; a < 1024; ++a) {
+            QCOMPARE(backedUp.atAddress(a), a < 0x3F8 ? radioBytes[a] : start.atAddress(a));
+        }
+        QCOMPARE(backedUp == window->image(), !version10);
+    }
+
+    // A backup that cannot be saved is reported after the completion box;
+    // the read itself is done.
+    void readWhenTheBackupFails() {
+        auto radio = startRadio(false);
+        QVERIFY(radio);
+        auto window = windowFor(*radio);
+        const QString blocked = m_dataHome.filePath("not-a-folder");
+        QFile(blocked).open(QIODevice::WriteOnly);
+        qputenv("XDG_DATA_HOME", blocked.toUtf8());
+        ModalAnswerer answers;
+        trigger(window.get(), "menuProgRead");
+        qputenv("XDG_DATA_HOME", m_dataHome.path().toUtf8());
+        const QString failed =
+            seen("msgBox", 1121,
+                 text(1142) + "\ncannot create the folder " + blocked + "/zr310/backups: ");
+        QCOMPARE(answers.log().size(), 3);
+        QCOMPARE(answers.log()[1], seen("msgBox", 1528, text(1530)));
+        QVERIFY2(answers.log()[2].startsWith(failed), qPrintable(answers.log()[2]));
+        QCOMPARE(window->windowTitle(), text(1406) + " - " + text(1528));
+        QCOMPARE(cell(window.get(), 2, 1)->text(), QString("438.01250"));
+    }
+
+    // File > Open Backup Folder opens the folder, made when missing.
+    void openBackupFolder() {
+        const QString folder = m_dataHome.filePath("elsewhere/zr310/backups");
+        qputenv("XDG_DATA_HOME", m_dataHome.filePath("elsewhere").toUtf8());
+        QDesktopServices::setUrlHandler("file", this, "openUrl");
+        auto window = startWindow();
+        m_opened.clear();
+        trigger(window.get(), "menuFileBackups");
+        QDesktopServices::unsetUrlHandler("file");
+        qputenv("XDG_DATA_HOME", m_dataHome.path().toUtf8());
+        QCOMPARE(m_opened, QList<QUrl>{QUrl::fromLocalFile(folder)});
+        QVERIFY(QFileInfo(folder).isDir());
+        QCOMPARE(child<QAction>(window.get(), "menuFileBackups")->text(), text(1139));
+        QVERIFY(child<QMenu>(window.get(), "menufile")
+                    ->actions()
+                    .contains(child<QAction>(window.get(), "menuFileBackups")));
     }
 
     void failedTransfer_data() {
@@ -102,6 +192,7 @@ private slots:
         QTest::addColumn<int>("textId"); // 0: the no-response text after the port name
         QTest::newRow("silent radio") << false << "silent" << 1533 << 0;
         QTest::newRow("read stops at block 5") << false << "drop:5" << 1104 << 1534;
+        QTest::newRow("read stops at block 100") << false << "drop:100" << 1104 << 1534;
         QTest::newRow("write stops at block 5") << true << "drop:5" << 1104 << 1535;
     }
 
@@ -115,16 +206,43 @@ private slots:
         auto window = windowFor(*radio);
         const QString title = window->windowTitle();
         const QString shown = cell(window.get(), 2, 1)->text();
+        const RadioImage image = window->image();
+        const QStringList before = backups();
 
         ModalAnswerer answers;
         trigger(window.get(), write ? "menuProgWrite" : "menuProgRead");
-        // One box, and no completion box after it.
-        const QString body = textId == 0 ? window->selectedPort() + text(1537) : text(textId);
+        // One box, and no completion box after it. An interrupted read also
+        // says that the data before it is back.
+        QString body = textId == 0 ? window->selectedPort() + text(1537) : text(textId);
+        if (!write && textId != 0) {
+            body += "\n" + text(1143);
+        }
         QCOMPARE(answers.log(), (QStringList{seen("frmConnect", write ? 1521 : 1520),
                                              seen("msgBox", titleId, body)}));
         // Not refreshed, even where blocks already arrived.
         QCOMPARE(window->windowTitle(), title);
         QCOMPARE(cell(window.get(), 2, 1)->text(), shown);
+        if (!write) {
+            // The blocks that arrived (channel 2 among them) were not kept:
+            // the image is the one before the read, as the grid shows it,
+            // and nothing was backed up.
+            QVERIFY(window->image() == image);
+            QVERIFY(!window->isModified());
+            QCOMPARE(newBackups(before), QStringList());
+        }
+    }
+
+    void interruptedReadInChinese() {
+        auto radio = startRadio(false, "drop:5");
+        QVERIFY(radio);
+        auto window = windowFor(*radio, "zh_CN");
+        ModalAnswerer answers;
+        trigger(window.get(), "menuProgRead");
+        QCOMPARE(answers.log().value(1),
+                 seen("msgBox", 1104,
+                      text(1534, Language::Chinese) + "\n" + text(1143, Language::Chinese),
+                      Language::Chinese));
+        QVERIFY(window->image() == makeStartImage());
     }
 
     void testModeAndBack() {
@@ -187,6 +305,87 @@ private slots:
         trigger(window.get(), "menuProgWrite");
         QCOMPARE(answers.log(), windows);
         QCOMPARE(query(*radio, &EmulatedRadio::blocksWritten), blocks);
+    }
+
+    // The warning answered after the radio dropped the session (2 s of
+    // silence): the write starts again from the wake-up and completes,
+    // without asking again.
+    void version10SlowAnswer() {
+        auto radio = startRadio(true);
+        QVERIFY(radio);
+        auto window = windowFor(*radio);
+        ModalAnswerer answers;
+        answers.answer([&](QWidget* modal) {
+            QTimer::singleShot(2500, modal, [modal] {
+                ModalAnswerer::click(modal, modal->findChild<QAbstractButton*>("CmdOK"));
+            });
+        });
+        trigger(window.get(), "menuProgWrite");
+        QCOMPARE(answers.log(), (QStringList{seen("frmConnect", 1521), seen("frmWarning", 1121),
+                                             seen("msgBox", 1529, text(1531))}));
+        QCOMPARE(query(*radio, &EmulatedRadio::blocksWritten), 38);
+        QCOMPARE(query(*radio, &EmulatedRadio::commits), 1);
+        const auto memory = radio->memory();
+        for (int a = 0; a < 0x100; ++a) {
+            QCOMPARE(memory[a], window->image().atAddress(a));
+        }
+    }
+
+    // With Verify After Write ticked the radio is read back after the write.
+    void verifyAfterWrite_data() {
+        QTest::addColumn<QString>("fault");
+        QTest::addColumn<int>("language");
+        QTest::addColumn<QString>("shown"); // the last box
+        const auto row = [](const char* name, const char* fault, Language language, int title,
+                            const QString& body) {
+            QTest::newRow(name) << QString(fault) << int(language)
+                                << seen("msgBox", title, body, language);
+        };
+        const WriteCheck block7{1, 0x30};
+        row("radio as written", "", Language::English, 1529, text(1531));
+        row("block 7 stored wrong", "corrupt:7", Language::English, 1104,
+            verifyFailedText(block7, Language::English));
+        row("Chinese, block 7 stored wrong", "corrupt:7", Language::Chinese, 1104,
+            verifyFailedText(block7, Language::Chinese));
+    }
+
+    void verifyAfterWrite() {
+        QFETCH(QString, fault);
+        QFETCH(int, language);
+        QFETCH(QString, shown);
+        auto radio = startRadio(false, fault);
+        QVERIFY(radio);
+        auto window = windowFor(*radio, language == 1 ? "zh_CN" : "en_US");
+        child<QAction>(window.get(), "menuProgVerify")->setChecked(true);
+        ModalAnswerer answers;
+        trigger(window.get(), "menuProgWrite");
+        const auto lang = Language(language);
+        QCOMPARE(answers.log(), (QStringList{seen("frmConnect", 1521, {}, lang),
+                                             seen("frmConnect", 1520, {}, lang), shown}));
+    }
+
+    // Setup > Serial Trace: the transfers write into the chosen file until unticked.
+    void serialTrace() {
+        auto radio = startRadio(false);
+        QVERIFY(radio);
+        auto window = windowFor(*radio);
+        QTemporaryDir dir;
+        const QString file = dir.filePath("trace.txt");
+        ModalAnswerer answers;
+        answers.answerFileDialog(file);
+        trigger(window.get(), "menuSetupTrace");
+        trigger(window.get(), "Toolbar1_6");
+        trigger(window.get(), "menuSetupTrace"); // unticked: the next read is not traced
+        trigger(window.get(), "Toolbar1_6");
+        QFile trace(file);
+        QVERIFY(trace.open(QIODevice::ReadOnly));
+        const QList<QByteArray> lines = trace.readAll().split('\n');
+        const auto wakeUp = [](const QByteArray& line) {
+            return line.endsWith(" > 02 50 52 4F 47 52 41 4D");
+        };
+        QVERIFY(wakeUp(lines[0]));
+        QCOMPARE(std::count_if(lines.begin(), lines.end(), wakeUp), 1); // the first read only
+        QVERIFY(lines[lines.size() - 2].endsWith(" > 45 4E 44"));
     }
 };
 

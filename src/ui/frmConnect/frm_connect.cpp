@@ -80,8 +80,14 @@ void FrmConnect::showEvent(QShowEvent* event) {
 
 void FrmConnect::onFinished(const TransferResult& result) {
     m_result = result;
+    const QString note =
+        result.outcome != TransferOutcome::Completed && m_onFailure ? m_onFailure() : QString();
     if (result.outcome == TransferOutcome::Interrupted && result.messageId != 0) {
-        showMessageBox(this, QMessageBox::Warning, res(kMsgError), resDisplay(result.messageId));
+        QString text = resDisplay(result.messageId);
+        if (!note.isEmpty()) {
+            text += QLatin1Char('\n') + note;
+        }
+        showMessageBox(this, QMessageBox::Warning, res(kMsgError), text);
     }
     done(result.outcome == TransferOutcome::Completed ? QDialog::Accepted : QDialog::Rejected);
 }

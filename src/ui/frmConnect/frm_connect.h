@@ -6,6 +6,8 @@
 
 #include <QDialog>
 
+#include <functional>
+
 class QLabel;
 class QProgressBar;
 
@@ -22,6 +24,12 @@ public:
                QWidget* parent = nullptr);
 
     TransferResult result() const { return m_result; }
+    // A write: the bytes of its blocks as they were sent.
+    const RadioImage& sentBlocks() const { return m_transfer->sentBlocks(); }
+
+    // Runs when the transfer has ended without completing, before the
+    // interruption box is shown; a text it returns is added to that box.
+    void setOnFailure(std::function<QString()> onFailure) { m_onFailure = std::move(onFailure); }
 
     // Esc and the close box do nothing while the radio is being talked to.
     void reject() override;
@@ -36,6 +44,7 @@ private:
     QLabel* m_message = nullptr;
     QProgressBar* m_progress = nullptr;
     TransferResult m_result;
+    std::function<QString()> m_onFailure;
     bool m_started = false;
 };
 

@@ -13,6 +13,8 @@
 #include <QLineEdit>
 #include <QTableWidget>
 
+#include <algorithm>
+
 namespace zr310::ui {
 
 namespace {
@@ -139,6 +141,10 @@ void ChannelPanel::applyLanguage(Language from, Language to) {
 
 void ChannelPanel::refresh(const RadioImage& image, bool narrowBandRadio, Language language) {
     m_narrowBandRadio = narrowBandRadio;
+    for (const auto& [cell, background] : std::as_const(m_marks)) {
+        m_grid->item(cell.y(), cell.x())->setBackground(background);
+    }
+    m_marks.clear();
     for (int n = 1; n <= kChannelCount; ++n) {
         const ChannelTexts texts = decodeChannel(image, channelColumn(n), language);
         // Simplex: an open channel that transmits as it receives.
@@ -258,6 +264,20 @@ void ChannelPanel::setCell(int row, int column, const QString& text) {
 
 void ChannelPanel::colourCell(int row, int column, const QColor& colour) {
     m_grid->item(row, column)->setForeground(colour);
+}
+
+void ChannelPanel::markCells(const QList<QPoint>& cells) {
+    static const QColor kMarked(255, 160, 160);
+    for (const QPoint& cell : cells) {
+        QTableWidgetItem* item = m_grid->item(cell.y(), cell.x());
+        const bool marked = std::any_of(m_marks.cbegin(), m_marks.cend(),
+                                        [&cell](const auto& mark) { return mark.first == cell; });
+        if (item == nullptr || marked) {
+            continue;
+        }
+        m_marks.append({cell, item->background()});
+        item->setBackground(kMarked);
+    }
 }
 
 } // namespace zr310::ui

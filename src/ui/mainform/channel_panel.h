@@ -3,7 +3,9 @@
 #include "channel.h"
 #include "radio_image.h"
 
+#include <QBrush>
 #include <QGroupBox>
+#include <QPoint>
 
 #include <array>
 #include <functional>
@@ -77,6 +79,10 @@ public:
     QTableWidget* grid() const;
     QColor systemGreyText() const;
 
+    // Gives cells (x: grid column, y: channel row) a red background until the
+    // next refresh, to point at what the checks before a write found.
+    void markCells(const QList<QPoint>& cells);
+
 private:
     using ChannelChange = std::function<void(RadioImage& image, int evenColumn)>;
 
@@ -122,6 +128,7 @@ private:
     std::array<QCheckBox*, kChannelCount> m_chkClose{};
     std::array<QCheckBox*, kChannelCount> m_chkForbidTx{};
     std::array<QCheckBox*, kChannelCount> m_chkSameFreq{};
+    QList<std::pair<QPoint, QBrush>> m_marks; // marked cells with their own background
 };
 
 } // namespace zr310::ui

@@ -3,6 +3,7 @@
 #include "edit_history.h"
 #include "frequency.h"
 #include "image_editor.h"
+#include "k720_file.h"
 #include "link_types.h"
 #include "radio_image.h"
 #include "string_table.h"
@@ -21,7 +22,8 @@ class QTranslator;
 
 namespace zr310 {
 struct TransferResult;
-}
+class SerialTrace;
+} // namespace zr310
 
 namespace zr310::ui {
 
@@ -141,15 +143,25 @@ private:
     // Channels to and from CSV files (main_form_csv.cpp).
     void fileImportCsv();
     void fileExportCsv();
+    // Checks before a write and File > Compare With (main_form_checks.cpp).
+    // True when the image passes or the user writes anyway.
+    bool confirmWriteChecks();
+    void fileCompare();
     // The radio information window (main_form_info.cpp).
     void showRadioInfo();
 
     // Transfers.
     void progRead();
+    // File > Open Backup Folder: where every read is kept (backup.h).
+    void openBackupFolder();
     void progWrite();
     void progTest();
-    // Runs frmConnect; a radio that never answered is reported here.
-    TransferResult runTransfer(TransferKind kind);
+    // Runs frmConnect; a radio that never answered is reported here. `sent`
+    // receives the bytes a write sent.
+    TransferResult runTransfer(TransferKind kind, RadioImage* sent = nullptr);
+    // Verify After Write and the serial trace (main_form_verify.cpp).
+    bool verifyWrite(const RadioImage& sent);
+    void toggleSerialTrace(bool on);
     void sendLeaveTuningMode();
     void writeTestFrequency();
     void leaveTuningPanels();
@@ -165,8 +177,10 @@ private:
     LinkFlags m_linkFlags;
     BandLimits m_bandLimits;
     QString m_fileName;
+    FileExtras m_fileExtras; // the opened data file's unnamed bytes, saved back as they were
     QString m_lastOpenFolder;
     QString m_portName;
+    std::shared_ptr<SerialTrace> m_trace; // Setup > Serial Trace, while ticked
     bool m_normalMode = true;
     Language m_shownLanguage = Language::English;
 

@@ -64,7 +64,8 @@ void MainForm::fileOpen() {
 
 bool MainForm::openFile(const QString& path) {
     RadioImage loaded = m_image;
-    const FileResult result = openImageFile(toPath(path), loaded);
+    FileExtras extras;
+    const FileResult result = openImageFile(toPath(path), loaded, &extras);
     if (result.error == FileError::IncorrectFileType) {
         showMessageBox(this, QMessageBox::Critical, res(1104), res(1124));
         return false;
@@ -77,6 +78,7 @@ bool MainForm::openFile(const QString& path) {
         return false;
     }
     m_image = loaded;
+    m_fileExtras = extras;
     m_fileName = QFileInfo(path).absoluteFilePath();
     m_lastOpenFolder = QFileInfo(path).absolutePath();
     ReFlashData();
@@ -113,7 +115,7 @@ bool MainForm::fileSaveAs() {
 }
 
 bool MainForm::saveFile(const QString& path) {
-    const FileResult result = saveImageFile(toPath(path), m_image, now());
+    const FileResult result = saveImageFile(toPath(path), m_image, now(), m_fileExtras);
     if (!result.ok()) {
         showMessageBox(this, QMessageBox::Critical, res(1104),
                        QDir::toNativeSeparators(path) + QLatin1Char('\n') +

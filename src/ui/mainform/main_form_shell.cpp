@@ -60,6 +60,8 @@ void MainForm::createMenus() {
     m.menufile->addSeparator();
     m.menuFileImportCsv = addItem(m.menufile, "menuFileImportCsv");
     m.menuFileExportCsv = addItem(m.menufile, "menuFileExportCsv");
+    m.menuFileBackups = addItem(m.menufile, "menuFileBackups");
+    m.menuFileCompare = addItem(m.menufile, "menuFileCompare");
     m.menufile->addSeparator();
     m.menuFileExit = addItem(m.menufile, "menuFileExit", Qt::CTRL | Qt::Key_E);
 
@@ -74,6 +76,8 @@ void MainForm::createMenus() {
     m.MenuProgram = addMenu(bar, "MenuProgram");
     m.menuProgRead = addItem(m.MenuProgram, "menuProgRead", Qt::CTRL | Qt::Key_R);
     m.menuProgWrite = addItem(m.MenuProgram, "menuProgWrite", Qt::CTRL | Qt::Key_W);
+    m.menuProgVerify = addItem(m.MenuProgram, "menuProgVerify");
+    m.menuProgVerify->setCheckable(true);
     m.MenuProgram->addSeparator();
     m.MenuProgTest = addItem(m.MenuProgram, "MenuProgTest", Qt::CTRL | Qt::Key_T);
     m.MenuProgTest->setCheckable(true);
@@ -87,6 +91,8 @@ void MainForm::createMenus() {
 
     m.mnuSetup = addMenu(bar, "mnuSetup");
     m.menuSetup_Port = addItem(m.mnuSetup, "menuSetup_Port", Qt::Key_F9);
+    m.menuSetupTrace = addItem(m.mnuSetup, "menuSetupTrace");
+    m.menuSetupTrace->setCheckable(true);
     m.mnuSetup_Lang = m.mnuSetup->addMenu(QString());
     m.mnuSetup_Lang->setObjectName(QStringLiteral("mnuSetup_Lang"));
     m.languageGroup = new QActionGroup(this);
@@ -126,6 +132,8 @@ void MainForm::createMenus() {
     connect(m.menuFileExportPdf, &QAction::triggered, this, &MainForm::fileExportPdf);
     connect(m.menuFileImportCsv, &QAction::triggered, this, &MainForm::fileImportCsv);
     connect(m.menuFileExportCsv, &QAction::triggered, this, &MainForm::fileExportCsv);
+    connect(m.menuFileBackups, &QAction::triggered, this, &MainForm::openBackupFolder);
+    connect(m.menuFileCompare, &QAction::triggered, this, &MainForm::fileCompare);
     connect(m.MenuRadioInfo, &QAction::triggered, this, &MainForm::showRadioInfo);
     connect(m.MenuEditCopy, &QAction::triggered, this, &MainForm::editCopy);
     connect(m.menuEditPaste, &QAction::triggered, this, &MainForm::editPaste);
@@ -136,6 +144,7 @@ void MainForm::createMenus() {
     connect(m.MenuProgTest, &QAction::triggered, this, &MainForm::progTest);
     connect(m.MenuCHfrm, &QAction::triggered, this, &MainForm::channelWindow);
     connect(m.menuSetup_Port, &QAction::triggered, this, &MainForm::showPortDialog);
+    connect(m.menuSetupTrace, &QAction::triggered, this, &MainForm::toggleSerialTrace);
     connect(m.menuhelptext, &QAction::triggered, this, [this] { showHelp(false); });
     connect(m.menuHelpID, &QAction::triggered, this, [this] { showHelp(true); });
     connect(m.menuhelpAbout, &QAction::triggered, this, &MainForm::showAbout);
@@ -197,33 +206,21 @@ void MainForm::ApplyLanguage() {
     for (const auto& [menu, id] : menuCaptions) {
         menu->setTitle(res(id));
     }
-    const std::pair<QAction*, int> itemCaptions[] = {{m.menuFileopen, 1001},
-                                                     {m.menuFilesave, 1002},
-                                                     {m.menuFilesaveas, 1003},
-                                                     {m.menuFilePrint, 1004},
-                                                     {m.menuFilePrintPreview, 1027},
-                                                     {m.menuFileExportPdf, 1028},
-                                                     {m.menuFileImportCsv, 1029},
-                                                     {m.menuFileExportCsv, 1030},
-                                                     {m.menuFileExit, 1005},
-                                                     {m.MenuEditCopy, 1007},
-                                                     {m.menuEditPaste, 1008},
-                                                     {m.MenuEditUndo, 1025},
-                                                     {m.MenuEditRedo, 1026},
-                                                     {m.menuProgRead, 1010},
-                                                     {m.menuProgWrite, 1011},
-                                                     {m.MenuProgTest, 1012},
-                                                     {m.MenuCHfrm, 1014},
-                                                     {m.MenuRadioInfo, 1015},
-                                                     {m.menuSetup_Port, 1017},
-                                                     {m.mnuSetup_LangSet[0], 1019},
-                                                     {m.mnuSetup_LangSet[1], 1020},
-                                                     {m.menuhelptext, 1022},
-                                                     {m.menuHelpID, 1023},
-                                                     {m.menuhelpAbout, 1024}};
+    const std::pair<QAction*, int> itemCaptions[] = {
+        {m.menuFileopen, 1001},        {m.menuFilesave, 1002},         {m.menuFilesaveas, 1003},
+        {m.menuFilePrint, 1004},       {m.menuFilePrintPreview, 1027}, {m.menuFileExportPdf, 1028},
+        {m.menuFileImportCsv, 1029},   {m.menuFileExportCsv, 1030},    {m.menuFileBackups, 1139},
+        {m.menuFileCompare, 1145},     {m.menuFileExit, 1005},         {m.MenuEditCopy, 1007},
+        {m.menuEditPaste, 1008},       {m.MenuEditUndo, 1025},         {m.MenuEditRedo, 1026},
+        {m.menuProgRead, 1010},        {m.menuProgWrite, 1011},        {m.MenuProgTest, 1012},
+        {m.MenuCHfrm, 1014},           {m.MenuRadioInfo, 1015},        {m.menuSetup_Port, 1017},
+        {m.mnuSetup_LangSet[0], 1019}, {m.mnuSetup_LangSet[1], 1020},  {m.menuhelptext, 1022},
+        {m.menuHelpID, 1023},          {m.menuhelpAbout, 1024}};
     for (const auto& [action, id] : itemCaptions) {
         action->setText(res(id));
     }
+    m.menuProgVerify->setText(res(1152));
+    m.menuSetupTrace->setText(res(1153));
     for (const Menus::ToolButton& button : m.toolButtons) {
         button.action->setToolTip(res(button.toolTipId));
         button.action->setText(res(button.toolTipId));

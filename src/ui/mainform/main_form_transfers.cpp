@@ -1,4 +1,5 @@
 // Read, Write and Test Mode, and the choice of the port they use.
+#include "backup.h"
 #include "channel_panel.h"
 #include "common/message_box.h"
 #include "common/texts.h"
@@ -14,8 +15,26 @@
 #include "tuning_session.h"
 
 #include <QAction>
+#include <QDesktopServices>
+#include <QDir>
+#include <QUrl>
+
+#include <filesystem>
+#include <system_error>
 
 namespace zr310::ui {
+
+namespace {
+
+constexpr int kMsgBackupFailed = 1142; // "The backup of the data read could not be saved:"
+constexpr int kMsgReadPutBack = 1143;  // "The data you had before the read has been put back."
+constexpr int kMsgBackupFolderFailed = 1144; // "The backup folder cannot be opened:"
+
+QString folderText(const std::filesystem::path& path) {
+    return QDir::toNativeSeparators(QString::fromStdU16String(path.u16string()));
+}
+
+} // namespace
 
 void MainForm::showPortDialog() {
     PortChoices choices;
@@ -37,9 +56,23 @@ void MainForm::showPortDialog() {
     }
 }
 
-TransferResult MainForm::runTransfer(TransferKind kind) {
+TransferResult MainForm::runTransfer(TransferKind kind, RadioImage* sent) {
     FrmConnect dialog(kind, m_portName, m_image, m_linkFlags, this);
+    // A read stores each block in the image as it arrives. One that does not
+    // complete must not leave the data mixed with part of a radio's: the
+    // image it started from is put back before the interruption box, which
+    // says so. The grid was not refreshed, so it shows that image still.
+    const RadioImage before = m_image;
+    if (kind == TransferKind::Read) {
+        dialog.setOnFailure([this, &before] {
+            m_image = before;
+            return res(kMsgReadPutBack);
+        });
+    }
     dialog.exec();
+    if (sent != nullptr) {
+        *sent = dialog.sentBlocks();
+    }
     const TransferResult result = dialog.result();
     if (result.outcome == TransferOutcome::NoResponse) {
         showMessageBox(this, QMessageBox::Warning, res(kMsgCommunicationError),
@@ -54,10 +87,18 @@ void MainForm::progRead() {
     if (runTransfer(TransferKind::Read).outcome != TransferOutcome::Completed) {
         return;
     }
+    // The image as read, before the refresh changes anything for a
+    // version-1.0 radio, goes to the backups folder. A failed backup is
+    // reported after the completion box; the read itself is done.
+    const BackupResult backup = saveReadBackup(m_image);
     if (m_linkFlags.radioIsVersion10) {
         showMessageBox(this, QMessageBox::NoIcon, res(1520), resDisplay(kMsgReadVersion10));
     }
     showMessageBox(this, QMessageBox::NoIcon, res(1528), resDisplay(kMsgReadCompleted));
+    if (!backup.ok()) {
+        showMessageBox(this, QMessageBox::Warning, res(1121),
+                       res(kMsgBackupFailed) + QLatin1Char('\n') + qs(backup.error));
+    }
     leaveTuningPanels();
     ReFlashData();
     takeReferenceCopy();
@@ -66,11 +107,45 @@ void MainForm::progRead() {
     m_fraChSet->focusFirstCell();
 }
 
+// File > Open Backup Folder: the folder of the backups of every read, made
+// when it is not there yet, in the system's file manager.
+void MainForm::openBackupFolder() {
+    std::string why;
+    const std::filesystem::path folder = backupFolder(&why);
+    std::error_code error;
+    if (!folder.empty()) {
+        std::filesystem::create_directories(folder, error);
+        if (error) {
+            why = error.message();
+        }
+    }
+    if (!folder.empty() && !error &&
+        QDesktopServices::openUrl(
+            QUrl::fromLocalFile(QString::fromStdU16String(folder.u16string())))) {
+        return;
+    }
+    QString text = res(kMsgBackupFolderFailed);
+    if (!folder.empty()) {
+        text += QLatin1Char('\n') + folderText(folder);
+    }
+    if (!why.empty()) {
+        text += QLatin1Char('\n') + qs(why);
+    }
+    showMessageBox(this, QMessageBox::Critical, res(1104), text);
+}
+
 void MainForm::progWrite() {
     m_menus->MenuProgTest->setChecked(false);
     m_menus->MenuCHfrm->setChecked(true);
     leaveTuningPanels();
-    if (runTransfer(TransferKind::Write).outcome != TransferOutcome::Completed) {
+    if (!confirmWriteChecks()) {
+        return;
+    }
+    RadioImage sent;
+    if (runTransfer(TransferKind::Write, &sent).outcome != TransferOutcome::Completed) {
+        return;
+    }
+    if (m_menus->menuProgVerify->isChecked() && !verifyWrite(sent)) {
         return;
     }
     showMessageBox(this, QMessageBox::NoIcon, res(1529), resDisplay(kMsgWriteCompleted));

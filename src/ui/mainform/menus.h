@@ -24,6 +24,8 @@ struct MainForm::Menus {
     QAction* menuFileExportPdf = nullptr;
     QAction* menuFileImportCsv = nullptr;
     QAction* menuFileExportCsv = nullptr;
+    QAction* menuFileBackups = nullptr; // Open Backup Folder
+    QAction* menuFileCompare = nullptr;
     QAction* menuFileExit = nullptr;
 
     QMenu* MenuEdit = nullptr;
@@ -35,6 +37,7 @@ struct MainForm::Menus {
     QMenu* MenuProgram = nullptr;
     QAction* menuProgRead = nullptr;
     QAction* menuProgWrite = nullptr;
+    QAction* menuProgVerify = nullptr; // checkable, off at start
     QAction* MenuProgTest = nullptr;
 
     QMenu* menuSetup = nullptr;
@@ -43,6 +46,7 @@ struct MainForm::Menus {
 
     QMenu* mnuSetup = nullptr;
     QAction* menuSetup_Port = nullptr;
+    QAction* menuSetupTrace = nullptr; // checkable: ticked while a trace file is written
     QMenu* mnuSetup_Lang = nullptr;
     std::array<QAction*, 2> mnuSetup_LangSet{};
     QActionGroup* languageGroup = nullptr;

@@ -1,0 +1,69 @@
+// Program > Verify After Write and Setup > Serial Trace.
+#include "common/message_box.h"
+#include "common/texts.h"
+#include "frmConnect/frm_connect.h"
+#include "link_session.h"
+#include "main_form.h"
+#include "menus.h"
+#include "serial_transfer.h"
+
+#include <QAction>
+#include <QDir>
+#include <QFileDialog>
+
+namespace zr310::ui {
+
+namespace {
+
+constexpr int kMsgTraceRefused = 1154;
+constexpr int kTraceCaption = 1153;
+
+} // namespace
+
+// Reads the radio back into an image of its own and compares the blocks the
+// write sent. A difference, or a read that did not complete, is reported here.
+bool MainForm::verifyWrite(const RadioImage& sent) {
+    RadioImage readBack = makeStartImage();
+    FrmConnect dialog(TransferKind::Read, m_portName, readBack, m_linkFlags, this);
+    dialog.exec();
+    if (dialog.result().outcome != TransferOutcome::Completed) {
+        showMessageBox(this, QMessageBox::Warning, res(kMsgError), resDisplay(kMsgVerifyNotRead));
+        return false;
+    }
+    const WriteCheck check = checkWrittenBlocks(sent, readBack);
+    if (!check.passed()) {
+        showMessageBox(this, QMessageBox::Warning, res(kMsgError),
+                       verifyFailedText(check, currentLanguage()));
+    }
+    return check.passed();
+}
+
+// Ticking asks for the file every transfer then traces into, until unticked.
+void MainForm::toggleSerialTrace(bool on) {
+    m_trace.reset();
+    QAction* item = m_menus->menuSetupTrace;
+    if (!on) {
+        return;
+    }
+    QFileDialog dialog(this, res(kTraceCaption).remove(QLatin1Char('&')), initialFolder());
+    dialog.setObjectName(QStringLiteral("dlgTrace"));
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    dialog.setFileMode(QFileDialog::AnyFile);
+    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) {
+        item->setChecked(false);
+        return;
+    }
+    const QString path = dialog.selectedFiles().constFirst();
+    auto trace = std::make_shared<SerialTrace>(path);
+    if (!trace->isOpen()) {
+        showMessageBox(this, QMessageBox::Critical, res(kMsgError),
+                       res(kMsgTraceRefused) + QLatin1Char('\n') + QDir::toNativeSeparators(path) +
+                           QLatin1Char('\n') + trace->errorString());
+        item->setChecked(false);
+        return;
+    }
+    SerialTrace::setActive(trace.get());
+    m_trace = std::move(trace);
+}
+
+} // namespace zr310::ui
