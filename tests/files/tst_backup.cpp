@@ -71,11 +71,6 @@ private slots:
         QCOMPARE(QString::fromStdString(backupFileName(kWhen, decodeRadioId(image), copy)), name);
     }
 
-    void dateAndTimeArePadded() {
-        QCOMPARE(QString::fromStdString(backupFileName({2027, 1, 2, 3, 4, 5}, "")),
-                 QString("2027-01-02_030405.k720"));
-    }
-
     // An existing file keeps its bytes; the backup takes the next free name.
     void neverReplaces() {
         const fs::path dir = m_temp.filePath("never-replaces").toStdString();
@@ -121,41 +116,6 @@ private slots:
             std::string bytes(std::istreambuf_iterator<char>(in), {});
             QCOMPARE(bytes.substr(0x4EC, 14), std::string("20261123221530"));
         }
-    }
-
-    void folderFromTheEnvironment() {
-        const fs::path data = m_temp.filePath("data").toStdString();
-        QCOMPARE(backupFolder(), data / "zr310" / "backups");
-#if defined(Q_OS_LINUX)
-        const QByteArray home = qgetenv("HOME");
-        qputenv("HOME", m_temp.filePath("home").toUtf8());
-        qputenv("XDG_DATA_HOME", "relative/path"); // ignored, as the XDG rules say
-        const fs::path fromHome = backupFolder();
-        qunsetenv("XDG_DATA_HOME");
-        const fs::path unset = backupFolder();
-        qunsetenv("HOME");
-        std::string why;
-        const fs::path none = backupFolder(&why);
-        qputenv("HOME", home);
-        qputenv("XDG_DATA_HOME", m_temp.filePath("data").toUtf8());
-        const fs::path expected =
-            fs::path(m_temp.filePath("home").toStdString()) / ".local/share/zr310/backups";
-        QCOMPARE(fromHome, expected);
-        QCOMPARE(unset, expected);
-        QVERIFY(none.empty() && !why.empty());
-#endif
-    }
-
-    void readBackupGoesToTheFolder() {
-        const RadioImage image = withRadioId(randomImage(m_rng), "Fleet 7");
-        const BackupResult backup = saveReadBackup(image);
-        QVERIFY2(backup.ok(), backup.error.c_str());
-        QCOMPARE(backup.path.parent_path(), backupFolder());
-        const QString name = QString::fromStdString(backup.path.filename().string());
-        QVERIFY2(QRegularExpression(R"(^\d{4}-\d\d-\d\d_\d{6}_Fleet_7(-\d+)?\.k720$)")
-                     .match(name)
-                     .hasMatch(),
-                 qPrintable(name));
     }
 
     void failureIsReported() {

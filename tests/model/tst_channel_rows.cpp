@@ -12,9 +12,6 @@ using namespace zr310::test;
 
 namespace {
 
-// The eight values of a row without Close and No TX.
-const QString kValues = "145.00000\tOFF\t146.00000\tCTC 88.5\tAdd\tOff\tHigh\tWide";
-
 // Noise with bit 16 of every channel's frequencies clear: the editors keep
 // that bit as they find it, as the radio's own software does.
 RadioImage noiseWithoutBit16(quint32 seed, std::uint8_t bandCode) {
@@ -136,40 +133,6 @@ private slots:
             for (int i = 0; i < count; ++i)
                 QCOMPARE(shownTexts(target, (*targets)[i]), shownTexts(source, copied[i]));
         }
-    }
-
-    // What spreadsheets give back: the lines of the rows, the first row's fields.
-    void spreadsheetRows_data() {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<QString>("lines");
-        QTest::addColumn<QString>("fields");
-        const auto row = [](const char* name, const QString& text, const QString& lines,
-                            const QString& fields) {
-            QTest::newRow(name) << text << lines << fields;
-        };
-        const QString v = kValues;
-        const QString header = "CH\tRX Freq (MHz)\tRX CTC/DCS\tTX Freq (MHz)\n";
-        row("as copied", "CH 1\t" + v + "\tClose\t\r\n", "1", v + "\tClose\t");
-        row("header, LF", header + "CH 1\t" + v + "\t\t\n", "2", v + "\t\t");
-        row("Chinese header, no label", "信道\t接收频率(MHz)\t接收CTC/DCS\r\n" + v + "\t\t禁发",
-            "2", v + "\t\t禁发");
-        row("8 values, CR, blank lines", "\rCH 1\t" + v + "\r\r\t\t\r" + v + "\r", "2 5",
-            v + "\t\t");
-        row("9 values", v + "\tx", "1", v + "\tx\t");
-        row("header only", header, "", "");
-    }
-
-    void spreadsheetRows() {
-        QFETCH(QString, text);
-        QFETCH(QString, lines);
-        QFETCH(QString, fields);
-        const auto rows = splitChannelRows(text.toStdString());
-        QStringList found;
-        for (const auto& row : rows)
-            found << QString::number(row.line);
-        QCOMPARE(found.join(' '), lines);
-        if (!rows.empty())
-            QCOMPARE(qsl({rows[0].fields.begin(), rows[0].fields.end()}).join('\t'), fields);
     }
 
     void targets_data() {

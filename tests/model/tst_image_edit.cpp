@@ -136,30 +136,6 @@ private slots:
         QCOMPARE(decodeOption(OptionId(id), byText), index);
     }
 
-    void refusedOptions_data() {
-        QTest::addColumn<int>("id");
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<int>("index");
-        const auto row = [](const char* name, int id, const QString& text, int index) {
-            QTest::newRow(name) << id << text << index;
-        };
-        row("between items", int(OptionId::CboTXLimit), "45sec", -1);
-        row("CH16 is no priority channel", int(OptionId::CboPriorityCH), "CH16", 16);
-        row("squelch 10", int(OptionId::CboSQ), "10", 10);
-        row("W/N past Narrow", int(OptionId::CboBandSel), "Narrower", 2);
-    }
-
-    void refusedOptions() {
-        QFETCH(int, id);
-        QFETCH(QString, text);
-        QFETCH(int, index);
-        const RadioImage before = noiseImage(8);
-        RadioImage image = before;
-        QVERIFY_THROWS_EXCEPTION(EditError, setOptionText(image, OptionId(id), text.toStdString()));
-        QVERIFY_THROWS_EXCEPTION(EditError, setOptionIndex(image, OptionId(id), index));
-        QVERIFY(image == before);
-    }
-
     // A script of records ("+n" records the current image -> image n), undos
     // ("<") and redos (">"), clear ("C"); the images undo and redo gave back
     // ("-" for none).
@@ -200,23 +176,6 @@ private slots:
             }
         }
         QCOMPARE(results.join(' '), given);
-    }
-
-    void historyDropsTheOldestSteps() {
-        EditHistory history;
-        RadioImage before;
-        for (int n = 1; n <= int(EditHistory::kMaxSteps) + 5; ++n) {
-            RadioImage after = before;
-            after[n % 4] = quint8(n);
-            after[4] = quint8(n >> 8);
-            QVERIFY(history.record(before, after));
-            before = after;
-        }
-        QCOMPARE(history.size(), EditHistory::kMaxSteps);
-        const RadioImage* oldest = nullptr;
-        while (history.canUndo())
-            oldest = history.undo();
-        QVERIFY(oldest && (*oldest)[5 % 4] == 5); // the image after step 5
     }
 };
 

@@ -276,18 +276,6 @@ private slots:
         QCOMPARE(QApplication::focusWidget()->objectName(), QString("CboPowSel"));
     }
 
-    // After a language switch the toggles read and write the new words.
-    void togglesAfterLanguageSwitch() {
-        auto window = editingWindow();
-        trigger(window.get(), "mnuSetup_LangSet_1");
-        clickCell(window.get(), 1, 7);
-        QCOMPARE(cell(window.get(), 1, 7)->text(), text(1213, Language::Chinese));
-        QCOMPARE(window->image()[0x101], std::uint8_t(0x20));
-        clickCell(window.get(), 1, 7);
-        QCOMPARE(cell(window.get(), 1, 7)->text(), text(1214, Language::Chinese));
-        QCOMPARE(window->image()[0x101], std::uint8_t(0x00));
-    }
-
     // Start-up, open and read put the keyboard on CH 1 / RX Freq.
     void focusAfterStart() {
         auto window = startWindow();
@@ -296,18 +284,6 @@ private slots:
         QCOMPARE(QApplication::focusWidget(), grid);
         QCOMPARE(grid->currentRow(), 1);
         QCOMPARE(grid->currentColumn(), 1);
-    }
-
-    // Shift + arrows and a drag select rows without acting on a cell.
-    void selectingActsOnNothing() {
-        auto window = editingWindow();
-        const RadioImage before = window->image();
-        clickCell(window.get(), 1, 5);
-        clickCell(window.get(), 3, 5, Qt::ShiftModifier);
-        QTest::keyClick(channelGrid(window.get()), Qt::Key_Down, Qt::ShiftModifier);
-        QCOMPARE(changedBytes(before, window->image()), QString("101=10"));
-        auto* grid = channelGrid(window.get());
-        QCOMPARE(grid->selectionModel()->selectedIndexes().size(), 4);
     }
 };
 

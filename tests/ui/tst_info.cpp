@@ -109,20 +109,6 @@ private slots:
         QCOMPARE(box->toPlainText().size(), length);
     }
 
-    // Through the menu: typing and closing leaves the image and history alone.
-    void closeWithoutWrite() {
-        auto window = startWindow();
-        const RadioImage before = window->image();
-        ModalAnswerer answers;
-        answers.answer([](QWidget* info) {
-            child<QPlainTextEdit>(info, "rtbFont")->setPlainText("not stored");
-            child<QAbstractButton>(info, "CmdClose")->click();
-        });
-        trigger(window.get(), "MenuRadioInfo");
-        QCOMPARE(answers.log(), QStringList{seen("frmInfo", 1409)});
-        QVERIFY(window->image() == before);
-    }
-
     // The simulated radio lives as long as the process, so a write is read
     // back. A font was chosen first: only the characters are written.
     void writeThenRead() {

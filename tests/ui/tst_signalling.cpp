@@ -110,66 +110,6 @@ private slots:
         QCOMPARE(dialog->result(), int(QDialog::Accepted));
         QCOMPARE(dialog->resultText(), "DCS " + code);
     }
-
-    void choose_data() {
-        QTest::addColumn<QString>("sideText");
-        QTest::addColumn<QString>("choice"); // option button and tone or typed code
-        QTest::addColumn<bool>("flipInvert");
-        QTest::addColumn<QString>("close"); // OK, Cancel, Esc (from the code list), box
-        QTest::addColumn<QString>("result");
-        const auto row = [](const char* name, const QString& sideText, const QString& choice,
-                            bool flipInvert, const QString& close, const QString& result) {
-            QTest::newRow(name) << sideText << choice << flipInvert << close << result;
-        };
-        row("off", "CTC 88.5", "OptOFF", false, "OK", "OFF");
-        row("tone", "OFF", "OptCTC 254.1", false, "OK", "CTC 254.1");
-        row("made octal", "OFF", "OptDCS 98", false, "OK", "DCS 077");
-        row("invert on", "DCS 023", "OptDCS", true, "OK", "-DCS 023");
-        row("Cancel", "CTC 88.5", "OptDCS 5", true, "Cancel", "CTC 88.5");
-        row("Esc", "-DCS 023", "OptDCS 5", true, "Esc", "-DCS 023");
-    }
-
-    // The option button switches the lists; OK gives the choice, any other
-    // way out the text the dialog was opened with.
-    void choose() {
-        QFETCH(QString, sideText);
-        QFETCH(QString, choice);
-        QFETCH(bool, flipInvert);
-        QFETCH(QString, close);
-        QFETCH(QString, result);
-        auto dialog = openDialog(sideText);
-        QWidget* d = dialog.get();
-        const QString option = choice.section(' ', 0, 0);
-        const QString value = choice.section(' ', 1);
-        QTest::mouseClick(child(d, option), Qt::LeftButton);
-        QVERIFY(child<QRadioButton>(d, option)->isChecked());
-        QCOMPARE(child(d, "CboCTC")->isEnabled(), option == "OptCTC");
-        QCOMPARE(child(d, "CboDCS")->isEnabled(), option == "OptDCS");
-        QCOMPARE(child(d, "ChkDCS")->isEnabled(), option == "OptDCS");
-        if (option == "OptCTC") {
-            list(d, "CboCTC")->setCurrentIndex(list(d, "CboCTC")->findText(value));
-        } else if (!value.isEmpty()) {
-            list(d, "CboDCS")->setFocus();
-            list(d, "CboDCS")->lineEdit()->clear();
-            QTest::keyClicks(list(d, "CboDCS"), value);
-        }
-        if (flipInvert) {
-            QTest::mouseClick(child(d, "ChkDCS"), Qt::LeftButton);
-        }
-        if (close == "Esc") {
-            QTest::keyClick(list(d, "CboDCS"), Qt::Key_Escape);
-            QVERIFY(d->isVisible() && child(d, "CmdCancel")->hasFocus());
-            QTest::keyClick(child(d, "CmdCancel"), Qt::Key_Escape);
-        } else if (close == "box") {
-            d->close();
-        } else {
-            QTest::mouseClick(child(d, "Cmd" + close), Qt::LeftButton);
-        }
-        QVERIFY(!d->isVisible());
-        QCOMPARE(dialog->result(), int(close == "OK" ? QDialog::Accepted : QDialog::Rejected));
-        QCOMPARE(dialog->resultText(), result);
-        QCOMPARE(dialog->dcsInvert(), result.startsWith('-'));
-    }
 };
 
 QTEST_MAIN(TestSignalling)

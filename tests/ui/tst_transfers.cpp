@@ -145,46 +145,6 @@ private slots:
         QCOMPARE(backedUp == window->image(), !version10);
     }
 
-    // A backup that cannot be saved is reported after the completion box;
-    // the read itself is done.
-    void readWhenTheBackupFails() {
-        auto radio = startRadio(false);
-        QVERIFY(radio);
-        auto window = windowFor(*radio);
-        const QString blocked = m_dataHome.filePath("not-a-folder");
-        QFile(blocked).open(QIODevice::WriteOnly);
-        qputenv("XDG_DATA_HOME", blocked.toUtf8());
-        ModalAnswerer answers;
-        trigger(window.get(), "menuProgRead");
-        qputenv("XDG_DATA_HOME", m_dataHome.path().toUtf8());
-        const QString failed =
-            seen("msgBox", 1121,
-                 text(1142) + "\ncannot create the folder " + blocked + "/zr310/backups: ");
-        QCOMPARE(answers.log().size(), 3);
-        QCOMPARE(answers.log()[1], seen("msgBox", 1528, text(1530)));
-        QVERIFY2(answers.log()[2].startsWith(failed), qPrintable(answers.log()[2]));
-        QCOMPARE(window->windowTitle(), text(1406) + " - " + text(1528));
-        QCOMPARE(cell(window.get(), 2, 1)->text(), QString("438.01250"));
-    }
-
-    // File > Open Backup Folder opens the folder, made when missing.
-    void openBackupFolder() {
-        const QString folder = m_dataHome.filePath("elsewhere/zr310/backups");
-        qputenv("XDG_DATA_HOME", m_dataHome.filePath("elsewhere").toUtf8());
-        QDesktopServices::setUrlHandler("file", this, "openUrl");
-        auto window = startWindow();
-        m_opened.clear();
-        trigger(window.get(), "menuFileBackups");
-        QDesktopServices::unsetUrlHandler("file");
-        qputenv("XDG_DATA_HOME", m_dataHome.path().toUtf8());
-        QCOMPARE(m_opened, QList<QUrl>{QUrl::fromLocalFile(folder)});
-        QVERIFY(QFileInfo(folder).isDir());
-        QCOMPARE(child<QAction>(window.get(), "menuFileBackups")->text(), text(1139));
-        QVERIFY(child<QMenu>(window.get(), "menufile")
-                    ->actions()
-                    .contains(child<QAction>(window.get(), "menuFileBackups")));
-    }
-
     void failedTransfer_data() {
         QTest::addColumn<bool>("write");
         QTest::addColumn<QString>("fault");
@@ -230,19 +190,6 @@ private slots:
             QVERIFY(!window->isModified());
             QCOMPARE(newBackups(before), QStringList());
         }
-    }
-
-    void interruptedReadInChinese() {
-        auto radio = startRadio(false, "drop:5");
-        QVERIFY(radio);
-        auto window = windowFor(*radio, "zh_CN");
-        ModalAnswerer answers;
-        trigger(window.get(), "menuProgRead");
-        QCOMPARE(answers.log().value(1),
-                 seen("msgBox", 1104,
-                      text(1534, Language::Chinese) + "\n" + text(1143, Language::Chinese),
-                      Language::Chinese));
-        QVERIFY(window->image() == makeStartImage());
     }
 
     void testModeAndBack() {
