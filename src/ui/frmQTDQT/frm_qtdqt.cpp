@@ -15,6 +15,7 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QRegularExpressionValidator>
+#include <QTableWidgetItem>
 #include <QVBoxLayout>
 
 #include <cmath>
@@ -259,6 +260,21 @@ void FrmQTDQT::okClicked() {
         m_result = QStringLiteral("OFF");
     }
     accept();
+}
+
+std::optional<QString> FrmQTDQT::chooseFor(QTableWidgetItem* cell, int sideMarker, int row,
+                                           QWidget* parent) {
+    constexpr QRgb kEditingCell = qRgb(0xFF, 0xFF, 0x00); // yellow, 0x00FFFF
+    const QString before = cell->text();
+    const QVariant background = cell->data(Qt::BackgroundRole);
+    cell->setBackground(QColor(kEditingCell));
+    FrmQTDQT dialog(sideMarker, row, before, parent);
+    const bool ok = dialog.exec() == QDialog::Accepted;
+    cell->setData(Qt::BackgroundRole, background);
+    if (!ok || dialog.resultText() == before) {
+        return std::nullopt;
+    }
+    return dialog.resultText();
 }
 
 } // namespace zr310::ui

@@ -3,12 +3,15 @@
 #include <QDialog>
 #include <QString>
 
+#include <optional>
+
 class QCheckBox;
 class QComboBox;
 class QGroupBox;
 class QKeyEvent;
 class QPushButton;
 class QRadioButton;
+class QTableWidgetItem;
 
 namespace zr310::ui {
 
@@ -33,6 +36,11 @@ class FrmQTDQT : public QDialog {
     Q_OBJECT
 public:
     FrmQTDQT(int sideMarker, int row, const QString& sideText, QWidget* parent = nullptr);
+
+    // Runs the dialog for a grid cell, which is yellow while it is open.
+    // The chosen text, or nothing after Cancel or an unchanged choice.
+    static std::optional<QString> chooseFor(QTableWidgetItem* cell, int sideMarker, int row,
+                                            QWidget* parent);
 
     int sideMarker() const { return m_sideMarker; }
     int row() const { return m_row; }

@@ -19,9 +19,6 @@ namespace zr310::ui {
 
 namespace {
 
-// The yellow behind a cell while its signalling dialog is open (0x00FFFF).
-constexpr std::uint32_t kCellEditing = 0x00FFFF;
-
 ChannelField frequencyField(int column) {
     return column == kColRxFreq ? ChannelField::RxFreq : ChannelField::TxFreq;
 }
@@ -148,14 +145,11 @@ void ChannelPanel::inputBoxClosed(bool accepted, bool moveRight) {
     const int column = m_boxColumn;
     // An unchanged text is not an edit: a frequency outside the band stays
     // as the image holds it until the user types over it.
-    const QString typed = m_txtInputBox->text();
-    if (accepted && typed != m_txtInputBox->savedText()) {
-        const std::string accepted =
-            validateFrequencyText(typed.toStdString(), m_editor->bandLimits());
+    if (const auto text = m_txtInputBox->frequencyToStore(accepted)) {
         editChannel(
             row,
-            [column, accepted](RadioImage& image, int c) {
-                setChannelField(image, c, frequencyField(column), accepted);
+            [column, text = *text](RadioImage& image, int c) {
+                setChannelField(image, c, frequencyField(column), text);
             },
             column == kColRxFreq);
     }
@@ -169,20 +163,16 @@ void ChannelPanel::inputBoxClosed(bool accepted, bool moveRight) {
 
 void ChannelPanel::openSignalling(int row, Side side) {
     const int column = side == Side::Receive ? kColRxTone : kColTxTone;
-    QTableWidgetItem* cell = m_grid->item(row, column);
-    const QString before = cell->text();
-    cell->setBackground(colorFromBgr(kCellEditing));
-    FrmQTDQT dialog(side == Side::Receive ? kSideChannelRx : kSideChannelTx, row, before, this);
-    const bool ok = dialog.exec() == QDialog::Accepted;
-    cell->setData(Qt::BackgroundRole, QVariant());
-    const QString chosen = dialog.resultText();
-    if (!ok || chosen == before) {
+    const auto chosen =
+        FrmQTDQT::chooseFor(m_grid->item(row, column),
+                            side == Side::Receive ? kSideChannelRx : kSideChannelTx, row, this);
+    if (!chosen) {
         return;
     }
     const ChannelField field = side == Side::Receive ? ChannelField::RxTone : ChannelField::TxTone;
     editChannel(
         row,
-        [field, text = chosen.toStdString()](RadioImage& image, int c) {
+        [field, text = chosen->toStdString()](RadioImage& image, int c) {
             setChannelField(image, c, field, text);
         },
         side == Side::Receive);

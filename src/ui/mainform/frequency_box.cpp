@@ -55,6 +55,13 @@ void FrequencyBox::finish() {
     }
 }
 
+std::optional<std::string> FrequencyBox::frequencyToStore(bool accepted) const {
+    if (!accepted || text() == m_savedText) {
+        return std::nullopt;
+    }
+    return validateFrequencyText(text().toStdString(), m_limits);
+}
+
 QString FrequencyBox::stepped(const QString& text, BandLimits limits, bool up) {
     const auto units = std::llround(leadingNumber(text.toStdString()) * kUnitsPerMHz);
     const long long lower = limits.lowerMHz * kUnitsPerMHz;

@@ -4,6 +4,9 @@
 
 #include <QLineEdit>
 
+#include <optional>
+#include <string>
+
 namespace zr310::ui {
 
 // The in-place frequency box `txtInputBox` that the channel grid lays over an
@@ -26,6 +29,11 @@ public:
 
     bool isOpen() const { return m_open; }
     QString savedText() const { return m_savedText; }
+
+    // What the closed box leaves for the image: the typed frequency brought
+    // into the band and onto the channel grids, or nothing when the edit was
+    // cancelled or left the text as it was (an unchanged text is no edit).
+    std::optional<std::string> frequencyToStore(bool accepted) const;
 
     // The frequency one 6.25 kHz step up or down, kept within the band.
     static QString stepped(const QString& text, BandLimits limits, bool up);

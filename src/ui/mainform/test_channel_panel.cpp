@@ -48,7 +48,6 @@ constexpr int kMargin = 6;
 
 // The row of the test channel being adjusted is red (0x0000FF).
 constexpr std::uint32_t kAdjustedRow = 0x0000FF;
-constexpr std::uint32_t kCellEditing = 0x00FFFF;
 
 QString rowLabel(int t, Language language) {
     return res(1203, language) + QLatin1Char(' ') + QString::number(t);
@@ -251,12 +250,10 @@ void TestChannelPanel::openInputBox(int row, int column, const QString& typed) {
 void TestChannelPanel::inputBoxClosed(bool accepted, bool moveRight) {
     const int row = m_boxRow;
     const int column = m_boxColumn;
-    const QString typed = m_txtInputTest->text();
-    if (accepted && typed != m_txtInputTest->savedText()) {
-        const std::string text = validateFrequencyText(typed.toStdString(), m_editor->bandLimits());
+    if (const auto text = m_txtInputTest->frequencyToStore(accepted)) {
         const ChannelField field =
             column == kColRxFreq ? ChannelField::RxFreq : ChannelField::TxFreq;
-        editRecord(row, [field, text](RadioImage& image, int c) {
+        editRecord(row, [field, text = *text](RadioImage& image, int c) {
             setChannelField(image, c, field, text);
         });
     }
@@ -270,19 +267,13 @@ void TestChannelPanel::inputBoxClosed(bool accepted, bool moveRight) {
 
 void TestChannelPanel::openSignalling(int row, Side side) {
     const int column = side == Side::Receive ? kColRxTone : kColTxTone;
-    QTableWidgetItem* cell = m_grid->item(row, column);
-    const QString before = cell->text();
-    const QBrush background = cell->background();
-    cell->setBackground(colorFromBgr(kCellEditing));
-    FrmQTDQT dialog(side == Side::Receive ? kSideTestRx : kSideTestTx, row, before, this);
-    const bool ok = dialog.exec() == QDialog::Accepted;
-    cell->setBackground(background);
-    const QString chosen = dialog.resultText();
-    if (!ok || chosen == before) {
+    const auto chosen = FrmQTDQT::chooseFor(
+        m_grid->item(row, column), side == Side::Receive ? kSideTestRx : kSideTestTx, row, this);
+    if (!chosen) {
         return;
     }
     const ChannelField field = side == Side::Receive ? ChannelField::RxTone : ChannelField::TxTone;
-    editRecord(row, [field, text = chosen.toStdString()](RadioImage& image, int c) {
+    editRecord(row, [field, text = chosen->toStdString()](RadioImage& image, int c) {
         setChannelField(image, c, field, text);
     });
 }
