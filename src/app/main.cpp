@@ -4,6 +4,7 @@
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QFont>
+#include <QIcon>
 #include <QTimer>
 
 #include <chrono>
@@ -31,6 +32,15 @@ void addChineseFallbackFont() {
     QApplication::setFont(font);
 }
 
+// The program icon in every size it is drawn at (zr310_icon.qrc).
+QIcon programIcon() {
+    QIcon icon;
+    for (int size : {16, 22, 24, 32, 48, 64, 128, 256}) {
+        icon.addFile(QStringLiteral(":/icons/zr310/%1.png").arg(size));
+    }
+    return icon;
+}
+
 } // namespace
 
 int main(int argc, char* argv[]) {
@@ -38,6 +48,8 @@ int main(int argc, char* argv[]) {
     QApplication::setApplicationName(QStringLiteral("zr310"));
     QApplication::setApplicationVersion(QStringLiteral("2.21"));
     addChineseFallbackFont();
+    QApplication::setWindowIcon(programIcon());
+    QApplication::setDesktopFileName(QStringLiteral("zr310")); // zr310.desktop
 
     QCommandLineParser parser;
     parser.setApplicationDescription(
@@ -47,9 +59,10 @@ int main(int argc, char* argv[]) {
     parser.addVersionOption();
     const QCommandLineOption portOption(
         QStringLiteral("port"),
-        QStringLiteral("Port the radio is on: a serial device such as COM1 or /dev/ttyUSB0, or "
-                       "\"sim\" for the built-in simulated radio (the default)."),
-        QStringLiteral("name"), QStringLiteral("sim"));
+        QStringLiteral("Port the radio is on: COM1..COM4, a serial device such as "
+                       "/dev/ttyUSB0, or \"sim\" for the built-in simulated radio. "
+                       "Default: COM1."),
+        QStringLiteral("name"), QStringLiteral("COM1"));
     const QCommandLineOption localeOption(
         QStringLiteral("locale"),
         QStringLiteral("Start as on a system with this locale, e.g. zh_CN (Chinese) or en_US. "
@@ -64,24 +77,30 @@ int main(int argc, char* argv[]) {
                                         QStringLiteral("png"));
     screenshotOption.setFlags(QCommandLineOption::HiddenFromHelp);
     parser.addOptions({portOption, localeOption, openOption, screenshotOption});
+    parser.addPositionalArgument(QStringLiteral("file"),
+                                 QStringLiteral("Data file (.k720) or raw image (.bin) to open."),
+                                 QStringLiteral("[file]"));
     parser.process(app);
+    const QStringList files = parser.positionalArguments();
+    if (files.size() + int(parser.isSet(openOption)) > 1) {
+        std::fprintf(stderr, "zr310: give one file to open\n");
+        return 2;
+    }
 
     zr310::ui::StartOptions options = zr310::ui::StartOptions::fromEnvironment();
     if (parser.isSet(localeOption)) {
         options.locale = QLocale(parser.value(localeOption));
     }
     options.portName = parser.value(portOption);
+    options.fileToOpen = parser.isSet(openOption) ? parser.value(openOption) : files.value(0);
 
     zr310::ui::MainForm window(options);
-    window.show();
-    if (parser.isSet(openOption)) {
-        window.openFile(parser.value(openOption));
-    }
+    window.showAndOpen();
     if (parser.isSet(screenshotOption)) {
-        const QString file = parser.value(screenshotOption);
-        QTimer::singleShot(kScreenshotDelay, &window, [&window, file] {
-            if (!window.grab().save(file)) {
-                std::fprintf(stderr, "zr310: cannot write %s\n", qPrintable(file));
+        const QString picture = parser.value(screenshotOption);
+        QTimer::singleShot(kScreenshotDelay, &window, [&window, picture] {
+            if (!window.grab().save(picture)) {
+                std::fprintf(stderr, "zr310: cannot write %s\n", qPrintable(picture));
                 QApplication::exit(1);
                 return;
             }

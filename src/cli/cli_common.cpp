@@ -12,34 +12,39 @@ std::string pathText(const std::filesystem::path& path) {
     return {text.begin(), text.end()};
 }
 
-std::string takeValueOption(std::vector<std::string>& args, std::string_view name,
-                            std::string_view shortName) {
+std::vector<std::string> takeValueOptions(std::vector<std::string>& args, std::string_view name,
+                                          std::string_view shortName) {
+    const std::string prefix = std::string(name) + "=";
+    std::vector<std::string> values;
+    std::vector<std::string> rest;
     for (auto it = args.begin(); it != args.end(); ++it) {
-        const std::string& arg = *it;
-        const bool named = arg == name || (!shortName.empty() && arg == shortName);
+        const bool named = *it == name || (!shortName.empty() && *it == shortName);
         if (named) {
             if (std::next(it) == args.end())
                 throw UsageError(std::string(name) + " needs a value");
-            std::string value = *std::next(it);
-            args.erase(it, std::next(it, 2));
-            return value;
-        }
-        const std::string prefix = std::string(name) + "=";
-        if (arg.rfind(prefix, 0) == 0) {
-            std::string value = arg.substr(prefix.size());
-            args.erase(it);
-            return value;
+            values.push_back(*++it);
+        } else if (it->rfind(prefix, 0) == 0) {
+            values.push_back(it->substr(prefix.size()));
+        } else {
+            rest.push_back(*it);
         }
     }
-    return {};
+    args = std::move(rest);
+    return values;
+}
+
+std::string takeValueOption(std::vector<std::string>& args, std::string_view name,
+                            std::string_view shortName) {
+    std::vector<std::string> values = takeValueOptions(args, name, shortName);
+    if (values.size() > 1)
+        throw UsageError(std::string(name) +
+                         (shortName.empty() ? "" : " (" + std::string(shortName) + ")") +
+                         " was given twice");
+    return values.empty() ? std::string() : values.front();
 }
 
 bool takeFlag(std::vector<std::string>& args, std::string_view flag) {
-    const auto it = std::find(args.begin(), args.end(), flag);
-    if (it == args.end())
-        return false;
-    args.erase(it);
-    return true;
+    return std::erase(args, flag) > 0; // a flag given twice means the same
 }
 
 Language takeLanguageOption(std::vector<std::string>& args) {

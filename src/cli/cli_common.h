@@ -37,9 +37,15 @@ Language takeLanguageOption(std::vector<std::string>& args);
 // Takes a flag such as "--json" out of args; true when it was there.
 bool takeFlag(std::vector<std::string>& args, std::string_view flag);
 
-// Takes "NAME VALUE" or "NAME=VALUE" out of args; empty when absent.
+// Takes "NAME VALUE" or "NAME=VALUE" out of args; empty when absent. An
+// option given twice is a UsageError.
 std::string takeValueOption(std::vector<std::string>& args, std::string_view name,
                             std::string_view shortName = {});
+
+// Takes every "NAME VALUE" or "NAME=VALUE" (or "SHORT VALUE") out of args, in
+// their order; none when absent.
+std::vector<std::string> takeValueOptions(std::vector<std::string>& args, std::string_view name,
+                                          std::string_view shortName = {});
 
 // Rejects anything left that looks like an option.
 void rejectUnknownOptions(const std::vector<std::string>& args);

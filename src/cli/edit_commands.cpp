@@ -3,7 +3,35 @@
 #include "cli_common.h"
 #include "image_edit.h"
 
+#include <algorithm>
+
 namespace zr310 {
+
+namespace {
+
+// `set --help`: one line per key, "  KEY  VALUE | VALUE | ...", and below it
+// a note in brackets where there is one.
+void printSetHelp(std::ostream& out) {
+    out << "usage: zr310-cli set FILE KEY=VALUE... [-o OUT [--force]] [--lang en|zh]\n\n"
+           "Sets each KEY of FILE (or of its copy OUT) to VALUE, from left to right. A value\n"
+           "may also be given in Chinese and in any letter case. ch{1..16}.KEY stands for\n"
+           "ch1.KEY to ch16.KEY, tch{1..11} for the test channels; \"...\" for the items\n"
+           "between its neighbours.\n\n";
+    const auto keys = imageEditKeys();
+    std::size_t width = 0;
+    for (const EditKeyHelp& key : keys)
+        width = std::max(width, key.key.size());
+    for (const EditKeyHelp& key : keys) {
+        out << "  " << key.key << std::string(width + 2 - key.key.size(), ' ');
+        for (std::size_t i = 0; i < key.values.size(); ++i)
+            out << (i ? " | " : "") << key.values[i];
+        out << '\n';
+        if (!key.note.empty())
+            out << std::string(width + 4, ' ') << '(' << key.note << ")\n";
+    }
+}
+
+} // namespace
 
 int runNewCommand(std::vector<std::string> args, std::ostream& /*out*/, std::ostream& err) {
     const bool force = takeFlag(args, "--force");
@@ -15,7 +43,11 @@ int runNewCommand(std::vector<std::string> args, std::ostream& /*out*/, std::ost
     return saveImageFileReporting(path, makeStartImage(), err) ? kExitOk : kExitFileRefused;
 }
 
-int runSetCommand(std::vector<std::string> args, std::ostream& /*out*/, std::ostream& err) {
+int runSetCommand(std::vector<std::string> args, std::ostream& out, std::ostream& err) {
+    if (takeFlag(args, "--help") || takeFlag(args, "-h")) {
+        printSetHelp(out);
+        return kExitOk;
+    }
     const Language language = takeLanguageOption(args);
     std::string output = takeValueOption(args, "--output", "-o");
     const bool force = takeFlag(args, "--force");

@@ -60,11 +60,13 @@ Keys of set: chN.rx_freq chN.tx_freq chN.rx_tone chN.tx_tone chN.scan chN.busy_l
   chN.power chN.bandwidth chN.close chN.no_tx (N = 1..16); tchN.rx_freq tchN.tx_freq
   tchN.rx_tone tchN.tx_tone tchN.close tchN.no_tx (N = 1..11); CboBand CboBandSel and the
   option lists (CboTXLimit, CboSQ, ...) set to an item text; tuning.NAME (0..255);
-  user_text (at most 96 characters).
-Exit status: 0 done, 2 usage error, 3 no response, 4 interrupted, 5 file refused,
-  6 write to a version-1.0 radio declined, 7 the radio read back after a write
-  --verify differs, 8 a tuning frame refused by the radio, 9 write refused: the data
-  fails its checks. diff exits 0 when the files are equal, 1 when they differ.
+  user_text (at most 96 characters). zr310-cli set --help lists every key and its values.
+Options that take a value are given once each, unless said otherwise.
+Exit status: 0 done, 2 usage error, 3 no response (or the port cannot be opened: the
+  message says why), 4 interrupted, 5 file refused, 6 write to a version-1.0 radio
+  declined, 7 the radio read back after a write --verify differs, 8 a tuning frame
+  refused by the radio, 9 write refused: the data fails its checks. diff exits 0 when
+  the files are equal, 1 when they differ.
 )";
 
 const std::map<std::string, Command>& commands() {

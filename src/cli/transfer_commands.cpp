@@ -3,6 +3,7 @@
 #include "backup.h"
 #include "cli_common.h"
 #include "compare_commands.h"
+#include "fleet_write.h"
 #include "json_writer.h"
 #include "ports.h"
 #include "radio_info.h"
@@ -12,6 +13,7 @@
 #include <QCoreApplication>
 #include <QEventLoop>
 
+#include <algorithm>
 #include <cctype>
 #include <cstdio>
 #include <iostream>
@@ -172,7 +174,7 @@ int runReadCommand(const std::vector<std::string>& arguments, std::ostream& out,
     }
     if (flags.radioIsVersion10)
         out << text(kMsgReadVersion10, port.language) << '\n';
-    out << text(kMsgReadCompleted, port.language) << '\n';
+    out << text(kMsgReadFinished, port.language) << '\n';
     reportBackup();
     return kExitOk;
 }
@@ -180,6 +182,12 @@ int runReadCommand(const std::vector<std::string>& arguments, std::ostream& out,
 int runWriteCommand(const std::vector<std::string>& arguments, std::ostream& out,
                     std::ostream& err) {
     std::vector<std::string> args = arguments;
+    // --port may be given once for every radio to be written at once.
+    std::vector<std::string> ports = takeValueOptions(args, "--port", "-p");
+    if (!ports.empty()) {
+        args.push_back("--port");
+        args.push_back(ports.front());
+    }
     const PortArgs port = takePortArgs(args);
     const bool yes = takeFlag(args, "--yes") || takeFlag(args, "-y");
     const bool verify = takeFlag(args, "--verify");
@@ -188,12 +196,20 @@ int runWriteCommand(const std::vector<std::string>& arguments, std::ostream& out
     if (args.size() != 1)
         throw UsageError(args.empty() ? "the file to write (IN) is missing"
                                       : "unexpected argument '" + args[1] + "'");
+    for (auto it = ports.begin(); it != ports.end(); ++it) {
+        if (std::find(ports.begin(), it, *it) != it)
+            throw UsageError("--port " + *it + " is given twice");
+    }
+    if (ports.size() > 1 && !port.trace.empty())
+        throw UsageError("--trace records one port: give one --port with it");
 
     RadioImage image = makeStartImage();
     if (!loadImageFile(args.front(), image, port.language, err))
         return kExitFileRefused;
     if (!force && !passesWriteChecks(image, err))
         return kExitChecksFailed;
+    if (ports.size() > 1)
+        return writeFleet(ports, image, {port.language, yes, verify}, out);
 
     ensureApplication();
     const TraceScope trace(port, err);
@@ -204,11 +220,7 @@ int runWriteCommand(const std::vector<std::string>& arguments, std::ostream& out
     ProgressBar bar(err);
     transfer.setVersion10Warning([&](LinkFlags& f) {
         bar.done();
-        bool goOn = yes;
-        if (!yes && isTerminal(stdin))
-            goOn = askToContinue(port.language, err);
-        else if (!yes)
-            err << text(kMsgVersion10Warning, port.language) << '\n';
+        const bool goOn = yes || (isTerminal(stdin) && askToContinue(port.language, err));
         // As the warning's OK and Cancel buttons do.
         f.skipVersion10Check = f.version10Continue = goOn;
         if (!goOn)
@@ -218,13 +230,15 @@ int runWriteCommand(const std::vector<std::string>& arguments, std::ostream& out
                      [&bar](int value, int maximum) { bar.show(value, maximum); });
     const auto result = runToEnd(transfer);
     bar.done();
+    if (result.outcome == TransferOutcome::Declined)
+        err << text(kMsgVersion10NeedsYes, port.language) << '\n';
     if (result.outcome != TransferOutcome::Completed)
         return reportFailure(result, port, TransferKind::Write, err);
     if (verify) {
         if (const int status = verifyWrite(port, transfer.sentBlocks(), err); status != kExitOk)
             return status;
     }
-    out << text(kMsgWriteCompleted, port.language) << '\n';
+    out << text(kMsgWriteFinished, port.language) << '\n';
     return kExitOk;
 }
 
@@ -275,7 +289,7 @@ int runInfoCommand(const std::vector<std::string>& arguments, std::ostream& out,
     const auto result = runToEnd(transfer);
     if (result.outcome != TransferOutcome::Completed)
         return reportFailure(result, port, TransferKind::Write, err);
-    out << text(kMsgWriteCompleted, port.language) << '\n';
+    out << text(kMsgWriteFinished, port.language) << '\n';
     return kExitOk;
 }
 

@@ -50,7 +50,8 @@ int reportFailure(const TransferResult& result, const PortArgs& port, TransferKi
                   std::ostream& err) {
     switch (result.outcome) {
     case TransferOutcome::NoResponse: {
-        const auto message = noResponseText(QString::fromStdString(port.port), port.language);
+        const auto message =
+            unreachableText(QString::fromStdString(port.port), result.portProblem, port.language);
         err << text(kMsgCommunicationError, port.language) << ": " << plain(message.toStdString())
             << '\n';
         return kExitNoResponse;

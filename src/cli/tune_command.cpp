@@ -199,7 +199,7 @@ int writeTestChannels(const PortArgs& port, const std::string& file, std::ostrea
         return status;
     if (const int status = TuningLink(port, err).leave(); status != kExitOk)
         return status;
-    out << text(kMsgWriteCompleted, port.language) << '\n';
+    out << text(kMsgWriteFinished, port.language) << '\n';
     return kExitOk;
 }
 

@@ -2,7 +2,8 @@
 
 #include "ports.h"
 
-#include <thread>
+#include <algorithm>
+#include <utility>
 
 namespace zr310 {
 
@@ -76,6 +77,7 @@ void SerialTrace::setActive(SerialTrace* trace) {
 
 LinkSession::LinkSession(LinkEngine& engine, const QString& portName, QObject* parent)
     : QObject(parent), m_engine(engine), m_portName(portName) {
+    m_clock.start();
     for (QTimer* timer : {&m_sendTimer, &m_watchdog}) {
         timer->setTimerType(Qt::PreciseTimer);
         timer->setSingleShot(true);
@@ -113,14 +115,20 @@ void LinkSession::start() {
 void LinkSession::openPort() {
     if (m_port.isOpen())
         return;
+    m_portProblem = {};
     m_port.setReadBufferSize(kReadBufferSize);
-    if (!m_port.open(QIODevice::ReadWrite))
-        return; // nothing will answer: the engine's watchdog reports it
+    // Nothing will answer a port that is not open: the engine's watchdog ends
+    // the exchange, and the problem tells why.
+    if (!m_port.open(QIODevice::ReadWrite)) {
+        m_portProblem = {portProblemKind(m_port.error()), m_port.errorString()};
+        return;
+    }
     const bool configured =
         m_port.setBaudRate(QSerialPort::Baud9600) && m_port.setDataBits(QSerialPort::Data8) &&
         m_port.setParity(QSerialPort::NoParity) && m_port.setStopBits(QSerialPort::TwoStop) &&
         m_port.setFlowControl(QSerialPort::NoFlowControl);
     if (!configured) {
+        m_portProblem = {PortProblemKind::OtherError, m_port.errorString()};
         m_port.close();
         return;
     }
@@ -136,23 +144,70 @@ void LinkSession::apply(const LinkAction& action) {
     if (!action.send.empty()) {
         if (!m_port.isOpen())
             openPort();
-        if (m_port.isOpen()) {
-            const auto bytes = action.send.view();
-            const QByteArrayView sent(bytes.data(), qsizetype(bytes.size()));
-            m_port.write(sent.data(), sent.size());
+        send(action.send);
+    }
+    // The holds keep this exchange still (no reply is handed over, no timer
+    // of it fires) without stopping the event loop, so that other sessions
+    // of the process go on meanwhile.
+    holdThen(action.holdAfterSend, [this, action] {
+        if (action.closePort && m_port.isOpen()) {
             m_port.flush();
-            if (SerialTrace* trace = SerialTrace::active())
-                trace->record(true, sent);
+            m_port.close();
         }
+        holdThen(action.pauseAfterClose, [this, action] { settle(action); });
+    });
+}
+
+void LinkSession::send(const Packet& packet) {
+    if (!m_port.isOpen())
+        return;
+    const auto bytes = packet.view();
+    const QByteArrayView sent(bytes.data(), qsizetype(bytes.size()));
+    m_port.write(sent.data(), sent.size());
+    m_port.flush();
+    if (SerialTrace* trace = SerialTrace::active())
+        trace->record(true, sent);
+}
+
+void LinkSession::holdThen(std::chrono::milliseconds hold, std::function<void()> next) {
+    if (hold.count() <= 0) {
+        next();
+        return;
     }
-    if (action.holdAfterSend.count() > 0)
-        std::this_thread::sleep_for(action.holdAfterSend);
-    if (action.closePort && m_port.isOpen()) {
-        m_port.flush();
-        m_port.close();
+    if (!m_holding) {
+        m_holding = true;
+        m_sendDeadline = suspend(m_sendTimer);
+        m_watchdogDeadline = suspend(m_watchdog);
     }
-    if (action.pauseAfterClose.count() > 0)
-        std::this_thread::sleep_for(action.pauseAfterClose);
+    QTimer::singleShot(hold, Qt::PreciseTimer, this, [this, next = std::move(next)] {
+        next();
+        if (!m_holding && m_running)
+            deliverWaiting(); // bytes that came in during the hold
+    });
+}
+
+std::optional<qint64> LinkSession::suspend(QTimer& timer) {
+    if (!timer.isActive())
+        return std::nullopt;
+    const qint64 deadline = m_clock.elapsed() + timer.remainingTime();
+    timer.stop();
+    return deadline;
+}
+
+void LinkSession::resume(QTimer& timer, std::optional<qint64> deadline) {
+    if (deadline)
+        timer.start(std::chrono::milliseconds(std::max<qint64>(0, *deadline - m_clock.elapsed())));
+}
+
+void LinkSession::settle(const LinkAction& action) {
+    if (m_holding) {
+        // A timer the action keeps runs on as if the hold had not stopped it.
+        m_holding = false;
+        resume(m_sendTimer, std::exchange(m_sendDeadline, std::nullopt));
+        resume(m_watchdog, std::exchange(m_watchdogDeadline, std::nullopt));
+    }
+    if (!m_running)
+        return;
     m_threshold = action.receiveThreshold;
     applyTimer(m_sendTimer, action.sendTimer);
     applyTimer(m_watchdog, action.watchdog);
@@ -187,7 +242,7 @@ void LinkSession::onReadyRead() {
 void LinkSession::deliverWaiting() {
     // A reply that asks for more bytes gets those already waiting; otherwise
     // bytes left over wait for the next arrival, as a receive event would.
-    while (m_running && m_threshold > 0 && m_received.size() >= m_threshold) {
+    while (m_running && !m_holding && m_threshold > 0 && m_received.size() >= m_threshold) {
         const QByteArray reply = m_received.left(m_threshold);
         m_received.remove(0, m_threshold);
         m_threshold = 0;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "link_types.h"
+#include "ports.h"
 
 #include <QByteArray>
 #include <QElapsedTimer>
@@ -10,6 +11,7 @@
 #include <QTimer>
 
 #include <functional>
+#include <optional>
 
 namespace zr310 {
 
@@ -72,6 +74,9 @@ public:
     void closePort() { m_port.close(); }
     // The device actually opened (the emulated radio's for "sim").
     QString devicePath() const { return m_port.portName(); }
+    // Why the port could not be opened the last time it was tried (none when
+    // it could). The engine then hears nothing and ends as for a silent radio.
+    const PortProblem& portProblem() const { return m_portProblem; }
 
 signals:
     void progress(int value, int maximum);
@@ -79,6 +84,13 @@ signals:
 
 private:
     void apply(const LinkAction& action);
+    void send(const Packet& packet);
+    // Runs next after the hold (at once when there is none).
+    void holdThen(std::chrono::milliseconds hold, std::function<void()> next);
+    std::optional<qint64> suspend(QTimer& timer); // its deadline, if it was running
+    void resume(QTimer& timer, std::optional<qint64> deadline);
+    // Sets the threshold and timers of an action and reports its end.
+    void settle(const LinkAction& action);
     void openPort();
     void onReadyRead();
     void deliverWaiting();
@@ -92,7 +104,12 @@ private:
     QByteArray m_received;
     int m_threshold = 0;
     bool m_running = false;
+    bool m_holding = false;
+    QElapsedTimer m_clock;
+    std::optional<qint64> m_sendDeadline;
+    std::optional<qint64> m_watchdogDeadline;
     bool m_closeWhenFinished = true;
+    PortProblem m_portProblem;
     int m_reportedProgress = -1;
     std::function<void()> m_warning;
 };

@@ -3,6 +3,7 @@
 #include "link_types.h"
 
 #include <QEventLoop>
+#include <QFileInfo>
 #include <QRegularExpression>
 #include <QSerialPort>
 #include <QSerialPortInfo>
@@ -59,6 +60,48 @@ QString resolvePortName(const QString& name) {
     return name;
 }
 
+QString portDevice(const QString& name) {
+    if (name == kSimulatedPortName)
+        return name;
+    const QString resolved = resolvePortName(name);
+    if (resolved.isEmpty())
+        return resolved;
+#ifdef Q_OS_WIN
+    QString device = resolved.toUpper();
+    if (device.startsWith(QStringLiteral("\\\\.\\")))
+        device.remove(0, 4);
+    return device;
+#else
+    // QSerialPort opens a bare name under /dev.
+    const bool isPath = resolved.startsWith(QLatin1Char('/')) ||
+                        resolved.startsWith(QStringLiteral("./")) ||
+                        resolved.startsWith(QStringLiteral("../"));
+    const QString path = isPath ? resolved : QStringLiteral("/dev/") + resolved;
+    const QString target = QFileInfo(path).canonicalFilePath();
+    return target.isEmpty() ? path : target;
+#endif
+}
+
+bool isSamePort(const QString& a, const QString& b) {
+    if (a == b)
+        return true;
+    const QString device = portDevice(a);
+    return !device.isEmpty() && device == portDevice(b);
+}
+
+PortProblemKind portProblemKind(QSerialPort::SerialPortError error) {
+    switch (error) {
+    case QSerialPort::NoError:
+        return PortProblemKind::None;
+    case QSerialPort::DeviceNotFoundError:
+        return PortProblemKind::NoSuchPort;
+    case QSerialPort::PermissionError:
+        return PortProblemKind::PermissionDenied;
+    default:
+        return PortProblemKind::OtherError;
+    }
+}
+
 bool probePort(const QString& name) {
     using namespace std::chrono_literals;
     QSerialPort port;
@@ -82,6 +125,52 @@ bool probePort(const QString& name) {
 QString noResponseText(const QString& portName, Language language) {
     const auto text = ResString(kMsgNoResponse, language);
     return portName + QString::fromUtf8(text.data(), qsizetype(text.size()));
+}
+
+namespace {
+
+// "No such port: %1 does not exist.", "... cannot be opened: another program is
+// using it, or you are not allowed to use it.", "... join the dialout group
+// ...", "The port %1 cannot be opened: %2" (the system's words).
+constexpr int kMsgNoSuchPort = 1155;
+constexpr int kMsgPortNotAllowed = 1156;
+constexpr int kMsgJoinDialout = 1157;
+constexpr int kMsgPortNotOpened = 1158;
+
+QString tableText(int id, Language language) {
+    const auto text = ResString(id, language);
+    return QString::fromUtf8(text.data(), qsizetype(text.size()));
+}
+
+// "COM1 (/dev/ttyS0)" when the name stands for a device of another name.
+QString portCaption(const QString& portName) {
+    if (portName == kSimulatedPortName)
+        return portName;
+    const QString device = resolvePortName(portName);
+    return device.isEmpty() || device == portName ? portName
+                                                  : portName + QStringLiteral(" (%1)").arg(device);
+}
+
+} // namespace
+
+QString unreachableText(const QString& portName, const PortProblem& problem, Language language) {
+    const QString port = portCaption(portName);
+    switch (problem.kind) {
+    case PortProblemKind::None:
+        break;
+    case PortProblemKind::NoSuchPort:
+        return tableText(kMsgNoSuchPort, language).arg(port);
+    case PortProblemKind::PermissionDenied: {
+        QString text = tableText(kMsgPortNotAllowed, language).arg(port);
+#ifdef Q_OS_LINUX
+        text += QLatin1Char('\n') + tableText(kMsgJoinDialout, language);
+#endif
+        return text;
+    }
+    case PortProblemKind::OtherError:
+        return tableText(kMsgPortNotOpened, language).arg(port, problem.systemMessage);
+    }
+    return noResponseText(portName, language);
 }
 
 } // namespace zr310

@@ -23,8 +23,12 @@ void SerialTransfer::start() {
 }
 
 TransferResult SerialTransfer::result() const {
-    return {m_engine.outcome(), m_engine.linkState(), m_engine.blockCounter(),
-            m_engine.transferFinished(), m_engine.messageId()};
+    return {.outcome = m_engine.outcome(),
+            .linkState = m_engine.linkState(),
+            .blockCounter = m_engine.blockCounter(),
+            .transferFinished = m_engine.transferFinished(),
+            .messageId = m_engine.messageId(),
+            .portProblem = m_session.portProblem()};
 }
 
 InfoTransfer::InfoTransfer(TransferKind kind, const QString& portName, RadioImage& image,
@@ -39,8 +43,12 @@ void InfoTransfer::start() {
 }
 
 TransferResult InfoTransfer::result() const {
-    return {m_engine.outcome(), m_engine.linkState(), m_engine.blockCounter(),
-            m_engine.transferFinished(), m_engine.windowMessageId()};
+    return {.outcome = m_engine.outcome(),
+            .linkState = m_engine.linkState(),
+            .blockCounter = m_engine.blockCounter(),
+            .transferFinished = m_engine.transferFinished(),
+            .messageId = m_engine.windowMessageId(),
+            .portProblem = m_session.portProblem()};
 }
 
 QString verifyFailedText(const WriteCheck& check, Language language) {

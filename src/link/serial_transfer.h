@@ -18,7 +18,8 @@
 // Outcomes (TransferResult):
 //   Completed    BlockCounter 200. Read: show 1538 first when
 //                flags.radioIsVersion10, then 1530; write: 1531.
-//   NoResponse   LinkState 1: show noResponseText(port) titled 1533.
+//   NoResponse   LinkState 1: show unreachableText(port, portProblem) titled
+//                1533 (the port's problem when it could not be opened).
 //   Interrupted  show messageId (1534 read, 1535 the other kinds) titled 1104.
 //   Declined     a write to a version-1.0 radio was not continued: nothing.
 
@@ -41,7 +42,8 @@ struct TransferResult {
     int linkState = 1;
     int blockCounter = 1;
     bool transferFinished = false;
-    int messageId = 0; // the text the transfer window shows, 0 for none
+    int messageId = 0;       // the text the transfer window shows, 0 for none
+    PortProblem portProblem; // why the port could not be opened, if it could not
 };
 
 // A programming transfer (read, write, enter tuning mode, write the tuning
@@ -84,7 +86,7 @@ private:
 // The radio-information read (user text, write date, radio ID) or write
 // (user text and the date's first half) of the radio information window.
 // `messageId` of the result is what that window shows: nothing for no
-// response (show noResponseText), otherwise 1530 or 1531, also when the
+// response (show unreachableText), otherwise 1530 or 1531, also when the
 // exchange stopped early, which that window does not tell apart; the
 // outcome does tell it.
 class InfoTransfer : public QObject {

@@ -56,6 +56,8 @@ public:
     bool run(TuneCommand command, std::uint8_t itemCode, std::uint8_t value);
     bool isRunning() const { return m_session.isRunning(); }
     const TuningExchange& exchange() const { return m_engine.exchange; }
+    // Why the port could not be opened for the last exchange (see LinkSession).
+    const PortProblem& portProblem() const { return m_session.portProblem(); }
 
     // Sends the frame now or after the frames before it (see the rules above).
     void submit(TuneCommand command, std::uint8_t itemCode, std::uint8_t value);

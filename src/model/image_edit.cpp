@@ -2,6 +2,7 @@
 
 #include "bands.h"
 #include "radio_info.h"
+#include "tones.h"
 #include "tuning.h"
 
 #include <algorithm>
@@ -16,6 +17,41 @@ namespace {
 constexpr std::string_view kKeys[] = {"rx_freq",   "rx_tone", "tx_freq",   "tx_tone", "scan",
                                       "busy_lock", "power",   "bandwidth", "close",   "no_tx"};
 constexpr int kCaptionIds[] = {1204, 1205, 1206, 1207, 1208, 1209, 1210, 1211, 1201, 1202};
+
+// The texts a check box takes besides its legend word (and empty for clear).
+constexpr std::string_view kCheckedWords[] = {"true", "yes", "1", "x"};
+constexpr std::string_view kClearWords[] = {"false", "no", "0"};
+
+// The words of a two-word field (Scan, BusyLock, Power, Bandwidth): the one
+// for the bit set, then the one for it clear.
+struct FieldWords {
+    int set;
+    int clear;
+};
+
+FieldWords wordsOf(ChannelField field) {
+    switch (field) {
+    case ChannelField::Scan:
+        return {1217, 1218}; // Del, Add
+    case ChannelField::BusyLock:
+        return {1100, 1101}; // On, Off
+    case ChannelField::Power:
+        return {1213, 1214}; // Low, High
+    default:
+        return {1215, 1216}; // Narrow, Wide
+    }
+}
+
+std::string englishWord(int id) {
+    return std::string(ResString(id, Language::English));
+}
+
+template <typename Words> std::string joined(const Words& words, std::string_view separator) {
+    std::string text;
+    for (const auto& word : words)
+        text += (text.empty() ? "" : std::string(separator)) + std::string(word);
+    return text;
+}
 
 std::string editMessage(const std::string& subject, const std::string& value,
                         const std::string& expected) {
@@ -67,16 +103,20 @@ void setToneField(ChannelRecord record, Side side, std::string_view text, std::s
     record.setTone(side, *tone);
 }
 
-// A two-word field such as Del/Add: true for the word `whenSet`.
-bool chooseWord(std::string_view text, int whenSet, int whenClear, std::string_view subject,
-                std::string_view original) {
-    if (isWord(text, whenSet))
+// A two-word field such as Del/Add: true for the word of the bit set.
+bool chooseWord(std::string_view text, ChannelField field, std::string_view original) {
+    const FieldWords words = wordsOf(field);
+    if (isWord(text, words.set))
         return true;
-    if (isWord(text, whenClear))
+    if (isWord(text, words.clear))
         return false;
-    badValue(subject, original,
-             std::string(ResString(whenSet, Language::English)) + " or " +
-                 std::string(ResString(whenClear, Language::English)));
+    badValue(channelFieldKey(field), original,
+             englishWord(words.set) + " or " + englishWord(words.clear));
+}
+
+template <typename Words> bool isAnyOf(std::string_view text, const Words& words) {
+    return std::any_of(std::begin(words), std::end(words),
+                       [text](std::string_view word) { return sameWord(text, word); });
 }
 
 // A check box: its legend word or true/yes/1/x when checked, empty or
@@ -84,14 +124,13 @@ bool chooseWord(std::string_view text, int whenSet, int whenClear, std::string_v
 // Chinese "Close" too, and would mean both.
 bool chooseChecked(std::string_view text, int legendId, std::string_view subject,
                    std::string_view original) {
-    if (isWord(text, legendId) || sameWord(text, "true") || sameWord(text, "yes") || text == "1" ||
-        sameWord(text, "x"))
+    if (isWord(text, legendId) || isAnyOf(text, kCheckedWords))
         return true;
-    if (text.empty() || sameWord(text, "false") || sameWord(text, "no") || text == "0")
+    if (text.empty() || isAnyOf(text, kClearWords))
         return false;
     badValue(subject, original,
-             std::string(ResString(legendId, Language::English)) +
-                 ", true, yes, 1 or x; or empty, false, no or 0");
+             englishWord(legendId) + ", " + joined(kCheckedWords, ", ") + "; or empty, " +
+                 joined(kClearWords, ", "));
 }
 
 // The index of `text` in a list, looked up in English and then in Chinese.
@@ -252,16 +291,16 @@ void setChannelField(RadioImage& image, int evenColumn, ChannelField field, std:
         setToneField(record, sideOf(field), value, subject, text);
         break;
     case ChannelField::Scan:
-        record.setScanDeleted(chooseWord(value, 1217, 1218, subject, text));
+        record.setScanDeleted(chooseWord(value, field, text));
         break;
     case ChannelField::BusyLock:
-        record.setBusyLock(chooseWord(value, 1100, 1101, subject, text));
+        record.setBusyLock(chooseWord(value, field, text));
         break;
     case ChannelField::Power:
-        record.setLowPower(chooseWord(value, 1213, 1214, subject, text));
+        record.setLowPower(chooseWord(value, field, text));
         break;
     case ChannelField::Bandwidth:
-        record.setNarrow(chooseWord(value, 1215, 1216, subject, text));
+        record.setNarrow(chooseWord(value, field, text));
         break;
     case ChannelField::Close:
         record.setOpen(!chooseChecked(value, 1201, subject, text));
@@ -330,6 +369,120 @@ void applyImageEdit(RadioImage& image, std::string_view key, std::string_view va
     if (!known)
         throw EditError(std::string(key), std::string(value), {});
     image = edited;
+}
+
+namespace {
+
+// Lists longer than this show their first items, "..." and the last.
+constexpr std::size_t kLongList = 12;
+
+std::vector<std::string> shortened(std::vector<std::string> items) {
+    if (items.size() <= kLongList)
+        return items;
+    const std::string last = items.back();
+    items.resize(3);
+    items.insert(items.end(), {"...", last});
+    return items;
+}
+
+// "CTC 67.0", "...", "CTC 254.1": the first and last tone of a list as shown.
+std::vector<std::string> firstToLast(ToneKind kind, const std::vector<std::string>& list,
+                                     std::uint16_t (*value)(std::string_view)) {
+    return {toneText({kind, value(list.front())}), "...", toneText({kind, value(list.back())})};
+}
+
+EditKeyHelp fieldHelp(ChannelField field, std::string_view record, int count) {
+    EditKeyHelp help{std::string(record) + "{1.." + std::to_string(count) + "}." +
+                         std::string(channelFieldKey(field)),
+                     {},
+                     {}};
+    switch (field) {
+    case ChannelField::RxFreq:
+    case ChannelField::TxFreq:
+        help.values = {"145.5"};
+        help.note = "any frequency in MHz, brought into the file's band and onto its "
+                    "5 / 6.25 kHz steps";
+        break;
+    case ChannelField::RxTone:
+    case ChannelField::TxTone: {
+        const auto tones = SetQtcodeArray();
+        const auto codes = SetDQtcodeArray();
+        help.values = {toneText(Tone{})};
+        for (const auto& part : {firstToLast(ToneKind::Ctcss, tones, ctcssValue),
+                                 firstToLast(ToneKind::Dcs, codes, dcsValue),
+                                 firstToLast(ToneKind::DcsInverted, codes, dcsValue)})
+            help.values.insert(help.values.end(), part.begin(), part.end());
+        help.note = "CTC: one of the " + std::to_string(tones.size()) +
+                    " tones; DCS and -DCS: three octal digits";
+        break;
+    }
+    case ChannelField::Close:
+    case ChannelField::NoTx:
+        help.values = {englishWord(channelFieldCaptionId(field))};
+        help.values.insert(help.values.end(), std::begin(kCheckedWords), std::end(kCheckedWords));
+        help.values.insert(help.values.end(), std::begin(kClearWords), std::end(kClearWords));
+        help.note = "checks the box with " + help.values.front() + ", " +
+                    joined(kCheckedWords, ", ") + "; clears it with " + joined(kClearWords, ", ") +
+                    " or nothing";
+        break;
+    default:
+        help.values = {englishWord(wordsOf(field).set), englishWord(wordsOf(field).clear)};
+        break;
+    }
+    return help;
+}
+
+// The monitor list is short while power selection is on the long press:
+// the full list, and a note naming that choice and the short list.
+EditKeyHelp monitorHelp() {
+    EditKeyHelp help{std::string(optionName(OptionId::CboMoni)), {}, {}};
+    RadioImage image = makeStartImage();
+    const auto choices = optionItems(OptionId::CboPowSel, image, Language::English);
+    for (std::size_t i = 0; i < choices.size(); ++i) {
+        encodeOption(OptionId::CboPowSel, image, static_cast<int>(i));
+        const auto items = optionItems(OptionId::CboMoni, image, Language::English);
+        if (!monitorListIsShort(image))
+            help.values = items;
+        else
+            help.note = "only " + joined(items, " or ") + " while " +
+                        std::string(optionName(OptionId::CboPowSel)) + " is " + choices[i];
+    }
+    return help;
+}
+
+EditKeyHelp optionHelp(OptionId id) {
+    EditKeyHelp help =
+        id == OptionId::CboMoni
+            ? monitorHelp()
+            : EditKeyHelp{std::string(optionName(id)),
+                          shortened(optionItems(id, makeStartImage(), Language::English)),
+                          {}};
+    const std::string label = englishWord(optionLabelId(id));
+    help.note = help.note.empty() ? label : label + "; " + help.note;
+    return help;
+}
+
+} // namespace
+
+std::vector<EditKeyHelp> imageEditKeys() {
+    std::vector<EditKeyHelp> keys;
+    for (ChannelField field : kChannelFields)
+        keys.push_back(fieldHelp(field, "ch", kChannelCount));
+    for (ChannelField field : kChannelFields)
+        if (testChannelHas(field))
+            keys.push_back(fieldHelp(field, "tch", kTestChannelCount));
+    EditKeyHelp band{"CboBand", {}, "the band"};
+    for (const Band& entry : kBands)
+        band.values.emplace_back(entry.text);
+    keys.push_back(band);
+    for (OptionId id : kAllOptions)
+        keys.push_back(optionHelp(id));
+    for (const TuningItemInfo& info : kTuningItems)
+        keys.push_back({"tuning." + std::string(info.key), {"0", "...", "255"}, {}});
+    keys.push_back({"user_text",
+                    {"Fleet 7"},
+                    "any text of at most " + std::to_string(kUserTextLength) + " characters"});
+    return keys;
 }
 
 } // namespace zr310

@@ -9,6 +9,7 @@
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace zr310 {
 
@@ -94,5 +95,20 @@ void setBandText(RadioImage& image, std::string_view text);
 // "CboScan", "CboBand", "tuning.battery", "user_text". Throws EditError
 // naming the key or the value; the image is then unchanged.
 void applyImageEdit(RadioImage& image, std::string_view key, std::string_view value);
+
+// A key applyImageEdit takes and what it takes for it, in English, for the
+// help of `zr310-cli set`. `key` is as typed, but for "ch{1..16}." and
+// "tch{1..11}." standing for each channel or test channel. `values` are
+// texts the key takes, where "..." stands for the items between its
+// neighbours; `note` says what else is taken, or what a value does.
+struct EditKeyHelp {
+    std::string key;
+    std::vector<std::string> values;
+    std::string note;
+};
+
+// Every key, in the order of the window: channel fields, test channel
+// fields, the band, the option lists, tuning values, the user text.
+std::vector<EditKeyHelp> imageEditKeys();
 
 } // namespace zr310

@@ -79,11 +79,14 @@ private slots:
     void readWhenTheBackupFails();
     void write_data();
     void write();
+    void fleet();
     void info();
     void tune_data();
     void tune();
     void usage_data();
     void usage();
+    void unreachablePort_data();
+    void unreachablePort();
     void trace_data();
     void trace();
 
@@ -115,8 +118,7 @@ void TestTransferCommands::read_data() {
     };
     const QString fast = "--no-line-delay ",
                   readAgain = "Please read again because of interruption!";
-    row("raw image, paced line", "", "out.bin", "en", 0,
-        "Reading completed, press \"\"Enter\"\" to continue...");
+    row("raw image, paced line", "", "out.bin", "en", 0, "Reading completed\n");
     row("data file", fast, "out.k720", "en", 0, "Reading completed");
     row("version 1.0", fast + "--version10", "out.bin", "en", 0, "the radio's version is 1.0");
     row("silent", fast + "--fault silent", "out.bin", "en", 3,
@@ -218,9 +220,8 @@ void TestTransferCommands::write_data() {
         QTest::newRow(name) << sim << QString(extra) << status << QString(message);
     };
     const QString fast = "--no-line-delay ";
-    row("write, paced line", "", "", 0, "Writing completed");
-    row("version 1.0, not asked", fast + "--version10", "", 6,
-        "is 1.0, some function can't be used");
+    row("write, paced line", "", "", 0, "Writing completed\n");
+    row("version 1.0, not asked", fast + "--version10", "", 6, "Give --yes to write it anyway.");
     row("version 1.0, --yes", fast + "--version10", "--yes", 0, "Writing completed");
     row("drop", fast + "--fault drop:5", "", 4, "Please Write again because of interruption!");
     row("silent", fast + "--fault silent", "", 3, "Port has no response");
@@ -280,6 +281,39 @@ void TestTransferCommands::write() {
         else
             QCOMPARE(after[a], inWriteBlocks(a) ? sent[a] : before[a]);
     }
+}
+
+// Four radios written at once: each gets its own line, in the order given,
+// and the exit status is the worst of them; the silent one stops nobody.
+void TestTransferCommands::fleet() {
+    QRandomGenerator random(12);
+    const RadioImage fileImage = randomImage(random);
+    writeRaw(path("in.bin").toStdString(), fileImage);
+    const QStringList faults{"", "--fault silent", "--fault corrupt:7", "--version10"};
+    std::vector<std::unique_ptr<SimProcess>> sims;
+    std::vector<std::string> args{path("in.bin").toStdString(), "--verify", "--force"};
+    for (int i = 0; i < faults.size(); ++i) {
+        const QString memory = path(QStringLiteral("radio%1.bin").arg(i));
+        writeRaw(memory.toStdString(), randomImage(random));
+        sims.push_back(std::make_unique<SimProcess>(memory, "--no-line-delay " + faults[i]));
+        QVERIFY(!sims.back()->port().empty());
+        args.insert(args.end(), {"--port", sims.back()->port()});
+    }
+    const auto run = runCommand(runWriteCommand, args);
+    QCOMPARE(run.status, kExitVerifyFailed);
+    const QStringList lines = QString::fromStdString(run.out).split('\n', Qt::SkipEmptyParts);
+    const QStringList expected{"Writing completed", "Port has no response",
+                               "first at 0x0030; differing bytes: 1.", "Give --yes"};
+    QCOMPARE(lines.size(), expected.size());
+    for (int i = 0; i < expected.size(); ++i) {
+        QVERIFY2(lines[i].startsWith(QString::fromStdString(sims[i]->port()) + ": ") &&
+                     lines[i].contains(expected[i]),
+                 qPrintable(lines[i]));
+    }
+    QVERIFY(sims[0]->waitForSave());
+    const auto written = readRaw(path("radio0.bin").toStdString()).toRadioOrder();
+    const auto sent = fileImage.toRadioOrder();
+    QVERIFY(std::equal(sent.begin(), sent.begin() + 0x100, written.begin()));
 }
 
 // On the radio built into the program ("sim"): the write sends the text and
@@ -368,6 +402,11 @@ void TestTransferCommands::usage_data() {
         << 2 << QStringList{"--port", "sim", "--set-text", QString(97, 'x')};
     QTest::newRow("json with set-text")
         << 2 << QStringList{"--port", "sim", "--json", "--set-text", "a"};
+    QTest::newRow("write: same port twice")
+        << 1 << QStringList{"-p", "sim", "--port", "sim", "a.bin"};
+    QTest::newRow("write: trace of a fleet")
+        << 1 << QStringList{"-p", "sim", "-p", "COM2", "--trace", "t.txt", "a.bin"};
+    QTest::newRow("read: two ports") << 0 << QStringList{"-p", "sim", "-p", "COM2", "-o", "x.bin"};
     // A port that is not there: had anything been sent, the status would be 3.
     const QString none = "/dev/zr310-no-such-port";
     for (const auto& [name, args] : std::initializer_list<std::pair<const char*, QStringList>>{
@@ -387,6 +426,38 @@ void TestTransferCommands::usage() {
     const auto run = runCommand(commands[command], list);
     QCOMPARE(run.status, kExitUsage);
     QVERIFY(!run.err.empty());
+}
+
+// A port that cannot be opened: exit status 3, and the message says why.
+void TestTransferCommands::unreachablePort_data() {
+    QTest::addColumn<int>("command"); // 0 read, 2 info, 3 tune
+    QTest::addColumn<QString>("port");
+    QTest::addColumn<QString>("lang");
+    QTest::addColumn<QString>("message"); // %1: the port
+    const auto row = [](const char* name, int command, const char* port, const char* lang,
+                        const char* message) {
+        QTest::newRow(name) << command << QString(port) << QString(lang) << QString(message);
+    };
+    const char* none = "No such port: %1 does not exist.";
+    row("read: no such port", 0, "/dev/ttyNOPE0", "en", none);
+    row("info: no such port", 2, "/dev/ttyNOPE0", "zh", "没有这个端口：%1 不存在。");
+    row("tune: no such port", 3, "/dev/ttyNOPE0", "en", none);
+}
+
+void TestTransferCommands::unreachablePort() {
+    QFETCH(int, command);
+    QFETCH(QString, port);
+    QFETCH(QString, lang);
+    QFETCH(QString, message);
+    std::vector<std::string> args{"--port", port.toStdString(), "--lang", lang.toStdString()};
+    if (command == 0)
+        args.insert(args.end(), {"-o", path("out.bin").toStdString()});
+    if (command == 3)
+        args.push_back("--get");
+    const std::array commands{runReadCommand, runWriteCommand, runInfoCommand, runTuneCommand};
+    const auto run = runCommand(commands[command], args);
+    QCOMPARE(run.status, kExitNoResponse);
+    QVERIFY2(QString::fromStdString(run.err).contains(message.arg(port)), run.err.c_str());
 }
 
 void TestTransferCommands::trace_data() {

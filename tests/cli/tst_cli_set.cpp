@@ -3,6 +3,7 @@
 
 #include "cli_test_util.h"
 #include "edit_commands.h"
+#include "image_edit.h"
 #include "show_command.h"
 
 #include <QFile>
@@ -100,6 +101,60 @@ private slots:
                 QVERIFY2(after.atAddress(a) == changed.atAddress(a),
                          qPrintable(QString("address 0x%1").arg(a, 3, 16, QChar('0'))));
         }
+    }
+
+    // Every key `set --help` lists takes every value listed for it ("..."
+    // aside), on the first and last record of a range such as ch{1..16}; the
+    // record after the range is refused.
+    void helpListsWhatSetTakes() {
+        const CommandRun help = runCommand(runSetCommand, {"--help"});
+        QCOMPARE(help.status, kExitOk);
+        const QRegularExpression keyLine(R"(^  (\S+)  +(.+)$)"), range(R"(\{1\.\.(\d+)\})");
+        int keys = 0;
+        for (const QString& line : QString::fromStdString(help.out).split('\n')) {
+            const auto listed = keyLine.match(line);
+            if (!listed.hasMatch()) {
+                continue;
+            }
+            ++keys;
+            QString key = listed.captured(1);
+            QStringList values = listed.captured(2).split(" | ");
+            values.removeAll("...");
+            const auto records = range.match(key);
+            const QString last = records.captured(1);
+            for (const QString& n : records.hasMatch() ? QStringList{"1", last} : QStringList{""}) {
+                QStringList pairs;
+                for (const QString& value : values) {
+                    pairs << QString(key).replace(records.captured(0), n) + "=" + value;
+                }
+                const auto run = setPairs(makeStartImage(), pairs);
+                QVERIFY2(run.status == kExitOk, qPrintable(line + ": " + run.err.c_str()));
+            }
+            if (records.hasMatch()) {
+                const QString beyond = QString::number(last.toInt() + 1);
+                const QString pair = key.replace(records.captured(0), beyond) + "=" + values[0];
+                QCOMPARE(setPairs(makeStartImage(), {pair}).status, kExitUsage);
+            }
+        }
+        QCOMPARE(keys, int(imageEditKeys().size())); // each key read off its line
+    }
+
+    // An option that takes one value, given twice, is named in the error.
+    void repeatedOption_data() {
+        QTest::addColumn<QStringList>("options");
+        QTest::addColumn<QString>("error");
+        QTest::newRow("--lang") << QStringList{"--lang", "en", "--lang=zh"}
+                                << "--lang was given twice";
+        QTest::newRow("-o") << QStringList{"-o", "a.bin", "--output", "b.bin"}
+                            << "--output (-o) was given twice";
+    }
+
+    void repeatedOption() {
+        QFETCH(QStringList, options);
+        QFETCH(QString, error);
+        const auto run = setPairs(makeStartImage(), QStringList{"CboSQ=1"} + options);
+        QCOMPARE(run.status, kExitUsage);
+        QCOMPARE(QString::fromStdString(run.err), error);
     }
 
     void outputOptionLeavesTheInput() {

@@ -15,6 +15,8 @@
 using namespace zr310;
 using namespace zr310::test;
 
+Q_DECLARE_METATYPE(zr310::PortProblemKind)
+
 namespace {
 
 // Waiting for the end is generous: a loaded machine may be slow, but every
@@ -53,6 +55,8 @@ private slots:
     void submittedFrames_data();
     void submittedFrames();
     void ports();
+    void problemKinds_data();
+    void problemKinds();
 };
 
 void TestSerialTransfer::enterTuningAndTune() {
@@ -173,13 +177,33 @@ void TestSerialTransfer::ports() {
         QCOMPARE(radio->memory()[a], a >= 0x100 && a < 0x1B0 ? image.atAddress(a) : radioBefore[a]);
 
     SerialTransfer missing(TransferKind::Read, "/dev/zr310-no-such-port", sent, flags);
-    QCOMPARE(run(missing).outcome, TransferOutcome::NoResponse);
+    const TransferResult result = run(missing);
+    QCOMPARE(result.outcome, TransferOutcome::NoResponse);
+    QCOMPARE(result.portProblem.kind, PortProblemKind::NoSuchPort);
     QCOMPARE(noResponseText("COM1", Language::English),
              QString("COM1Port has no response, please check connection \r\r\nand Power!"));
 #ifdef Q_OS_LINUX
     QCOMPARE(resolvePortName("COM4"), QString("/dev/ttyS3"));
 #endif
     QVERIFY(resolvePortName(kSimulatedPortName).startsWith("/dev/"));
+}
+
+void TestSerialTransfer::problemKinds_data() {
+    QTest::addColumn<QSerialPort::SerialPortError>("error");
+    QTest::addColumn<PortProblemKind>("kind");
+    QTest::newRow("opened") << QSerialPort::NoError << PortProblemKind::None;
+    QTest::newRow("not found") << QSerialPort::DeviceNotFoundError << PortProblemKind::NoSuchPort;
+    QTest::newRow("permission") << QSerialPort::PermissionError
+                                << PortProblemKind::PermissionDenied;
+    QTest::newRow("open") << QSerialPort::OpenError << PortProblemKind::OtherError;
+    QTest::newRow("resource") << QSerialPort::ResourceError << PortProblemKind::OtherError;
+    QTest::newRow("unknown") << QSerialPort::UnknownError << PortProblemKind::OtherError;
+}
+
+void TestSerialTransfer::problemKinds() {
+    QFETCH(QSerialPort::SerialPortError, error);
+    QFETCH(PortProblemKind, kind);
+    QCOMPARE(portProblemKind(error), kind);
 }
 
 QTEST_GUILESS_MAIN(TestSerialTransfer)

@@ -1,9 +1,13 @@
 // The checks before Program > Write: the findings' dialog, the marked cells,
-// and a write only after "Write anyway" or for data that passes.
+// and a write only after "Write anyway" or for data that passes; and File >
+// Compare With.
 #include "image_edit.h"
+#include "k720_file.h"
 #include "ui_test_support.h"
 
+#include <QLabel>
 #include <QPlainTextEdit>
+#include <QTemporaryDir>
 
 using namespace zr310;
 
@@ -30,7 +34,7 @@ private slots:
         QFETCH(QString, band);
         QFETCH(QString, button);
         QFETCH(QStringList, windows);
-        auto window = startWindow();
+        auto window = startWindow("en_US", "sim");
         window->edit([&](RadioImage& image) {
             for (const auto& [key, value] :
                  {std::pair<std::string, std::string>{"CboBand", "136 - 174MHz"},
@@ -61,6 +65,41 @@ private slots:
         QVERIFY(marked != plain);
         window->ReFlashData();
         QCOMPARE(cell(window.get(), 3, 1)->background(), plain);
+    }
+
+    // The list compares the window's data, edits included, with the file.
+    void compareWith_data() {
+        QTest::addColumn<QString>("edit"); // key=value applied to the file's copy
+        QTest::addColumn<QString>("shown");
+        QTest::newRow("equal") << "" << text(1149);
+        QTest::newRow("one channel") << "ch2.busy_lock=On"
+                                     << "ch2.busy_lock: Off -> On";
+    }
+
+    void compareWith() {
+        QFETCH(QString, edit);
+        QFETCH(QString, shown);
+        QTemporaryDir dir;
+        auto window = startWindow();
+        RadioImage other = window->image();
+        if (!edit.isEmpty()) {
+            const QStringList pair = edit.split('=');
+            applyImageEdit(other, pair[0].toStdString(), pair[1].toStdString());
+        }
+        const QString path = dir.filePath("other.k720");
+        QVERIFY(saveImageFile(path.toStdString(), other, DateTime{2008, 3, 7, 9, 5, 3}).ok());
+
+        QString listed;
+        ModalAnswerer answers;
+        answers.answerFileDialog(path);
+        answers.answer([&](QWidget* modal) {
+            const auto* list = modal->findChild<QPlainTextEdit*>("txtList");
+            listed = list ? list->toPlainText() : modal->findChild<QLabel*>()->text();
+            ModalAnswerer::click(modal);
+        });
+        trigger(window.get(), "menuFileCompare");
+        QCOMPARE(answers.log().size(), 2);
+        QCOMPARE(listed, shown);
     }
 };
 

@@ -1,11 +1,13 @@
 // The port dialog, the about box and the help window, opened from the
 // main window's menus.
+#include "frmPort/frm_port.h"
 #include "ui_test_support.h"
 
 #include <QDir>
 #include <QLabel>
 #include <QRadioButton>
 #include <QRegularExpression>
+#include <QTemporaryDir>
 #include <QTextBrowser>
 
 using namespace zr310;
@@ -20,6 +22,7 @@ private slots:
         QTest::addColumn<QString>("expected");
         QTest::newRow("OK takes the choice") << "COM2" << 1 << true << "sim";
         QTest::newRow("Cancel keeps the port") << "COM3" << 2 << false << "COM3";
+        QTest::newRow("the program starts on COM1") << "" << 0 << false << "COM1";
     }
 
     // The simulated radio is chosen in the dialog, then the button clicked.
@@ -42,6 +45,58 @@ private slots:
         QCOMPARE(answers.log(), QStringList{seen("frmPort", 1412)});
         QVERIFY(checkedAtStart);
         QCOMPARE(window->selectedPort(), expected);
+    }
+
+    // The port in use is checked, whatever its name; OK with it untouched
+    // keeps that name, and a port the system reports is listed once.
+    // `systemPorts` as the system names them; "LINK" is a link to /dev/null.
+    void portChoices_data() {
+        QTest::addColumn<QStringList>("systemPorts");
+        QTest::addColumn<QString>("current");
+        QTest::addColumn<QString>("checked");
+        QTest::addColumn<QStringList>("added"); // captions after COM1..COM4
+        const auto row = [](const char* name, const QStringList& system, const char* current,
+                            const char* checked, const QStringList& added) {
+            QTest::newRow(name) << system << current << checked << added;
+        };
+        const QString sim = ui::FrmPort::simulatedRadioCaption();
+        row("COM2", {}, "COM2", "OptPort_1", {sim});
+#ifdef Q_OS_LINUX
+        row("device of COM3", {}, "/dev/ttyS2", "OptPort_2", {sim});
+        row("system name of COM1, listed once", {"ttyS0", "ttyUSB0"}, "ttyS0", "OptPort_0",
+            {"ttyUSB0", sim});
+        row("reported cable by its path", {"ttyUSB0"}, "/dev/ttyUSB0", "OptPortSystem_0",
+            {"ttyUSB0", sim});
+        row("link to a reported port", {"null"}, "LINK", "OptPortSystem_0", {"null", sim});
+#endif
+        row("unreported pty", {"ttyUSB0"}, "/dev/pts/77", "OptPortCurrent",
+            {"ttyUSB0", "/dev/pts/77", sim});
+        row("simulated radio", {"ttyUSB0"}, "sim", "OptPortSim", {"ttyUSB0", sim});
+    }
+
+    void portChoices() {
+        QFETCH(QStringList, systemPorts);
+        QFETCH(QString, current);
+        QFETCH(QString, checked);
+        QFETCH(QStringList, added);
+        QTemporaryDir dir;
+        if (current == "LINK") {
+            current = dir.filePath("port");
+            QVERIFY(QFile::link("/dev/null", current));
+        }
+        ui::PortChoices choices;
+        choices.systemPorts = systemPorts;
+        ui::FrmPort dialog(current, choices);
+        auto* start = child<QRadioButton>(&dialog, checked);
+        QVERIFY(start && start->isChecked());
+        QStringList captions;
+        for (auto* option : dialog.findChildren<QRadioButton*>()) {
+            if (!option->objectName().startsWith("OptPort_")) {
+                captions << option->text();
+            }
+        }
+        QCOMPARE(captions, added);
+        QCOMPARE(dialog.selectedPort(), current);
     }
 
     void aboutBox() {

@@ -4,8 +4,12 @@
 #include "k720_file.h"
 #include "ui_test_support.h"
 
+#include <QDragEnterEvent>
+#include <QDropEvent>
 #include <QFile>
+#include <QMimeData>
 #include <QTemporaryDir>
+#include <QUrl>
 
 using namespace zr310;
 
@@ -123,6 +127,80 @@ private slots:
             QCOMPARE(int(reread[0x101]), edited);
             QVERIFY(!window->isModified());
         }
+    }
+
+    // `zr310 FILE`: the file opens once the window shows; one it refuses
+    // leaves the start data and says why.
+    void openAtStart_data() {
+        QTest::addColumn<QByteArray>("bytes");
+        QTest::addColumn<QStringList>("windows");
+        QTest::newRow("data file") << dataFileBytes() << QStringList{};
+        QTest::newRow("not a data file")
+            << QByteArray("hello") << QStringList{seen("msgBox", 1104, text(1124))};
+    }
+
+    void openAtStart() {
+        QFETCH(QByteArray, bytes);
+        QFETCH(QStringList, windows);
+        QTemporaryDir dir;
+        zr310::ui::StartOptions options;
+        options.locale = QLocale("en_US");
+        options.fileToOpen = writeFile(dir, bytes);
+        zr310::ui::MainForm window(options);
+        ModalAnswerer answers;
+        window.showAndOpen();
+        QCOMPARE(answers.log(), windows);
+        const bool opened = windows.isEmpty();
+        QCOMPARE(cell(&window, 1, 1)->text(), opened ? QString("145.51250") : QString("000.00000"));
+        QCOMPARE(window.currentFileName() == options.fileToOpen, opened);
+    }
+
+    // A file dropped on the window opens, after the question when there are
+    // edits; anything but one .k720 or .bin file is not taken.
+    void dropOpens_data() {
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<bool>("edited");
+        QTest::addColumn<int>("answer");
+        QTest::addColumn<bool>("opens");
+        const int none = QMessageBox::NoButton;
+        QTest::newRow("no edits") << "data.k720" << false << none << true;
+        QTest::newRow("raw image") << "RADIO.BIN" << false << none << true;
+        QTest::newRow("edits, No") << "data.k720" << true << int(QMessageBox::No) << true;
+        QTest::newRow("edits, Cancel") << "data.k720" << true << int(QMessageBox::Cancel) << false;
+        QTest::newRow("other file") << "data.txt" << false << none << false;
+    }
+
+    void dropOpens() {
+        QFETCH(QString, name);
+        QFETCH(bool, edited);
+        QFETCH(int, answer);
+        QFETCH(bool, opens);
+        QTemporaryDir dir;
+        RadioImage dropped = makeStartImage();
+        dropped[0x101] ^= 0x20;
+        const QString path = dir.filePath(name);
+        QVERIFY(saveImageFile(path.toStdString(), dropped, DateTime{2008, 3, 7, 9, 5, 3}).ok());
+        auto window = startWindow();
+        if (edited) {
+            window->image()[0x102] ^= 0x01;
+        }
+        const RadioImage before = window->image();
+
+        ModalAnswerer answers;
+        answers.answerBox(static_cast<QMessageBox::StandardButton>(answer));
+        QMimeData data;
+        data.setUrls({QUrl::fromLocalFile(path)});
+        QDragEnterEvent enter(QPoint(10, 10), Qt::CopyAction, &data, Qt::LeftButton, {});
+        QApplication::sendEvent(window.get(), &enter);
+        QCOMPARE(enter.isAccepted(), name != "data.txt");
+        if (enter.isAccepted()) {
+            QDropEvent drop(QPointF(10, 10), Qt::CopyAction, &data, Qt::LeftButton, {});
+            QApplication::sendEvent(window.get(), &drop);
+        }
+        QTest::qWait(50);
+        QCOMPARE(answers.log().size(), edited ? 1 : 0);
+        QVERIFY(window->image() == (opens ? dropped : before));
+        QCOMPARE(window->currentFileName() == path, opens);
     }
 };
 

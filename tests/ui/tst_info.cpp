@@ -112,7 +112,7 @@ private slots:
     // The simulated radio lives as long as the process, so a write is read
     // back. A font was chosen first: only the characters are written.
     void writeThenRead() {
-        auto window = startWindow();
+        auto window = startWindow("en_US", "sim");
         const QString chinese = "对讲机信息: 第三组 ZR-310";
         ui::FrmInfo info(*window);
         info.show();

@@ -14,6 +14,7 @@
 #include <QDir>
 #include <QMenu>
 #include <QProgressBar>
+#include <QSerialPort>
 #include <QTemporaryDir>
 #include <QUrl>
 
@@ -190,6 +191,44 @@ private slots:
             QVERIFY(!window->isModified());
             QCOMPARE(newBackups(before), QStringList());
         }
+    }
+
+    // A port that cannot be opened says why, in place of "no response". The
+    // port "held" is the radio's, kept open by the test as another program
+    // would: Qt reports that as it reports a port one may not use.
+    void unreachablePort_data() {
+        QTest::addColumn<QString>("port"); // or "held", or "folder"
+        QTest::addColumn<int>("language");
+        QTest::newRow("no such port") << "/dev/zr310-NOPE0" << 0;
+        QTest::newRow("no such port, Chinese") << "/dev/zr310-NOPE0" << 1;
+        QTest::newRow("held by another program") << "held" << 0;
+        QTest::newRow("a folder") << "folder" << 0;
+    }
+
+    void unreachablePort() {
+        QFETCH(QString, port);
+        QFETCH(int, language);
+        const auto lang = Language(language);
+        auto radio = startRadio(false);
+        QVERIFY(radio);
+        QTemporaryDir folder;
+        QSerialPort holder(QString::fromStdString(radio->devicePath()));
+        QString body = text(1155, lang).arg(port);
+        if (port == "held") {
+            QVERIFY(holder.open(QIODevice::ReadWrite));
+            port = holder.portName();
+            body = text(1156, lang).arg(port) + "\n" + text(1157, lang);
+        } else if (port == "folder") {
+            port = folder.path();
+            QSerialPort probe(port);
+            QVERIFY(!probe.open(QIODevice::ReadWrite));
+            body = text(1158, lang).arg(port, probe.errorString());
+        }
+        auto window = startWindow(language == 1 ? "zh_CN" : "en_US", port);
+        ModalAnswerer answers;
+        trigger(window.get(), "menuProgRead");
+        QCOMPARE(answers.log(), (QStringList{seen("frmConnect", 1520, {}, lang),
+                                             seen("msgBox", 1533, body, lang)}));
     }
 
     void testModeAndBack() {

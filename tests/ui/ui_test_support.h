@@ -18,12 +18,15 @@
 #include <functional>
 #include <memory>
 
-// A main window as the program starts it, for one test.
+// A main window as the program starts it, for one test: on COM1 unless a
+// port is given ("sim" for the simulated radio).
 inline std::unique_ptr<zr310::ui::MainForm> startWindow(const QString& locale = "en_US",
-                                                        const QString& port = "sim") {
+                                                        const QString& port = {}) {
     zr310::ui::StartOptions options;
     options.locale = QLocale(locale);
-    options.portName = port;
+    if (!port.isEmpty()) {
+        options.portName = port;
+    }
     auto window = std::make_unique<zr310::ui::MainForm>(options);
     window->show();
     return window;

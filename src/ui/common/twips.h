@@ -1,8 +1,10 @@
 #pragma once
 
 #include <QColor>
+#include <QGuiApplication>
 #include <QPoint>
 #include <QRect>
+#include <QScreen>
 #include <QSize>
 
 #include <cmath>
@@ -10,15 +12,19 @@
 
 namespace zr310::ui {
 
-// Window geometry is designed in twips: 1440 per inch, so 15 per pixel at
-// 96 dpi (Qt's device-independent pixels).
-inline constexpr double kTwipsPerPixel = 15.0;
+// Window geometry is designed in twips: 1440 per inch of the screen's
+// logical resolution, as fonts are sized, so 15 per pixel at 96 dpi.
+inline double twipsPerPixel() {
+    const QScreen* screen = QGuiApplication::primaryScreen();
+    const double dpi = screen != nullptr ? screen->logicalDotsPerInchY() : 0;
+    return 1440.0 / (dpi > 0 ? dpi : 96.0);
+}
 
 inline int twipsToPixels(double twips) {
-    return static_cast<int>(std::lround(twips / kTwipsPerPixel));
+    return static_cast<int>(std::lround(twips / twipsPerPixel()));
 }
 inline double pixelsToTwips(int pixels) {
-    return pixels * kTwipsPerPixel;
+    return pixels * twipsPerPixel();
 }
 
 inline QRect twipsRect(double left, double top, double width, double height) {

@@ -240,7 +240,8 @@ void FrmInfo::transferFinished(const TransferResult& result) {
     setBusy(false);
     if (result.messageId == 0) {
         showMessageBox(this, QMessageBox::Warning, res(kMsgCommunicationError),
-                       displayText(noResponseText(m_owner.selectedPort(), currentLanguage())));
+                       displayText(unreachableText(m_owner.selectedPort(), result.portProblem,
+                                                   currentLanguage())));
         return;
     }
     const bool read = m_kind == TransferKind::Read;

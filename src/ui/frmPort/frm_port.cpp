@@ -10,6 +10,8 @@
 #include <QRadioButton>
 #include <QVBoxLayout>
 
+#include <algorithm>
+
 namespace zr310::ui {
 
 QString FrmPort::simulatedRadioCaption() {
@@ -27,35 +29,20 @@ FrmPort::FrmPort(const QString& currentPort, const PortChoices& choices, QWidget
     frame->setLayout(new QVBoxLayout);
     m_group = new QButtonGroup(this);
 
-    QRadioButton* toCheck = nullptr;
     for (int n = 1; n <= 4; ++n) {
-        QRadioButton* option = addOption(QStringLiteral("OptPort_%1").arg(n - 1),
-                                         QStringLiteral("COM%1").arg(n), choices.comDevices[n - 1]);
-        option->setEnabled(choices.comUsable[n - 1]);
-        if (choices.comDevices[n - 1] == currentPort) {
-            toCheck = option;
-        }
+        const QString com = QStringLiteral("COM%1").arg(n);
+        addOption(QStringLiteral("OptPort_%1").arg(n - 1), com, com)
+            ->setEnabled(choices.comUsable[n - 1]);
     }
-    int k = 0;
-    for (const QString& port : choices.systemPorts) {
-        if (std::find(choices.comDevices.begin(), choices.comDevices.end(), port) !=
-            choices.comDevices.end()) {
-            continue;
-        }
-        QRadioButton* option = addOption(QStringLiteral("OptPortSystem_%1").arg(k++), port, port);
-        if (port == currentPort) {
-            toCheck = option;
-        }
-    }
+    addSystemPorts(choices.systemPorts);
+    checkCurrent(currentPort);
     QRadioButton* sim =
         addOption(QStringLiteral("OptPortSim"), simulatedRadioCaption(), kSimulatedPortName);
     if (currentPort == kSimulatedPortName) {
-        toCheck = sim;
+        sim->setChecked(true);
+    } else if (m_group->checkedId() < 0) {
+        m_group->button(0)->setChecked(true); // no port in use: COM1, as the program starts
     }
-    if (toCheck == nullptr) {
-        toCheck = qobject_cast<QRadioButton*>(m_group->button(0));
-    }
-    toCheck->setChecked(true);
 
     auto* cmdOk = new QPushButton(res(1102), this);
     cmdOk->setObjectName(QStringLiteral("CmdOK"));
@@ -73,6 +60,38 @@ FrmPort::FrmPort(const QString& currentPort, const PortChoices& choices, QWidget
     layout->addWidget(frame, 1);
     layout->addLayout(buttons);
     layout->setSizeConstraint(QLayout::SetFixedSize);
+}
+
+// Each device once: a system port that is COM1..COM4 (ttyS0 on Linux) or
+// one listed already is left out.
+void FrmPort::addSystemPorts(const QStringList& systemPorts) {
+    int k = 0;
+    for (const QString& port : systemPorts) {
+        const bool listed = std::any_of(m_ports.begin(), m_ports.end(),
+                                        [&](const QString& p) { return isSamePort(p, port); });
+        if (!listed) {
+            addOption(QStringLiteral("OptPortSystem_%1").arg(k++), port, port);
+        }
+    }
+}
+
+// Checks the option of the port in use, which answers with the name as it
+// was given; a port none of the options opens gets an option of its own.
+// The simulated radio is checked by its own option.
+void FrmPort::checkCurrent(const QString& currentPort) {
+    if (currentPort.isEmpty() || currentPort == kSimulatedPortName) {
+        return;
+    }
+    const auto same = std::find_if(m_ports.begin(), m_ports.end(), [&](const QString& port) {
+        return isSamePort(port, currentPort);
+    });
+    if (same == m_ports.end()) {
+        addOption(QStringLiteral("OptPortCurrent"), currentPort, currentPort)->setChecked(true);
+        return;
+    }
+    const auto id = static_cast<int>(same - m_ports.begin());
+    *same = currentPort;
+    m_group->button(id)->setChecked(true);
 }
 
 QRadioButton* FrmPort::addOption(const QString& name, const QString& caption, const QString& port) {

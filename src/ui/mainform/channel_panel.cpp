@@ -216,7 +216,7 @@ QColor ChannelPanel::systemGreyText() const {
     return palette().color(QPalette::Disabled, QPalette::WindowText);
 }
 
-void ChannelPanel::placeContents() {
+void ChannelPanel::placeContents(double rowGrowth) {
     const int top = fontMetrics().height() + kMargin;
     const int boxesWidth = 3 * kBoxColumnWidth;
     const int gridWidth = width() - 2 * kMargin - boxesWidth;
@@ -237,8 +237,8 @@ void ChannelPanel::placeContents() {
         m_grid->setColumnWidth(column, pixels);
         used += pixels;
     }
-    const int headerHeight = twipsToPixels(kHeaderRowTwips);
-    const int rowHeight = twipsToPixels(kChannelRowTwips);
+    const int headerHeight = twipsToPixels(kHeaderRowTwips * rowGrowth);
+    const int rowHeight = twipsToPixels(kChannelRowTwips * rowGrowth);
     m_grid->setRowHeight(0, headerHeight);
     for (int n = 1; n <= kChannelCount; ++n) {
         m_grid->setRowHeight(n, rowHeight);

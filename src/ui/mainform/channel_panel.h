@@ -64,8 +64,9 @@ public:
     // Fills every cell, colour and box from the image. Simplex boxes are
     // ticked for open channels that transmit as they receive.
     void refresh(const RadioImage& image, bool narrowBandRadio, Language language);
-    // Lays out the grid and the boxes inside the frame's current size.
-    void placeContents();
+    // Lays out the grid and the boxes inside the frame's current size, the
+    // rows `rowGrowth` times their start height.
+    void placeContents(double rowGrowth);
 
     // Ends an edit in the frequency box as leaving it would.
     void commitEdit();

@@ -3,6 +3,8 @@
 #include <QRectF>
 #include <QSizeF>
 
+#include <algorithm>
+
 namespace zr310::ui {
 
 // Home position and start size of the content frame `Frame1`, in twips.
@@ -26,6 +28,24 @@ struct ScrollBarNeeds {
 
 constexpr ScrollBarNeeds scrollBarsFor(double insideWidthTwips, double insideHeightTwips) {
     return {insideHeightTwips < kMinInsideHeightTwips, insideWidthTwips < kMinInsideWidthTwips};
+}
+
+// A window larger than the start size gives `Frame1` more room: its H and W
+// grow so that the panels, placed by their ratios, reach the far sides of
+// the window's content area (view width and height in twips, below the
+// toolbar); never below the start size. The panels reach W * 350/200 across
+// and H * 362/200 down from the home position.
+inline constexpr double kFrame1EdgeTwips = 30;
+
+inline QSizeF frame1SizeFor(double viewWidth, double viewHeight) {
+    const double w = (viewWidth - kFrame1HomeLeft - kFrame1EdgeTwips) * 200 / 350;
+    const double h = (viewHeight - kFrame1HomeTop - kFrame1EdgeTwips) * 200 / 362;
+    return {std::max(w, kFrame1StartWidth), std::max(h, kFrame1StartHeight)};
+}
+
+// The grids' rows grow with H, up to twice their start height.
+inline double rowGrowth(double h) {
+    return std::min(h / kFrame1StartHeight, 2.0);
 }
 
 // The panels of `Frame1`, placed from its height h and width w (twips), left

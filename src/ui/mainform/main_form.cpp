@@ -4,10 +4,8 @@
 #include "channel_panel.h"
 #include "common/message_box.h"
 #include "common/texts.h"
-#include "common/twips.h"
 #include "frequency_box.h"
 #include "help/help_window.h"
-#include "layout_rules.h"
 #include "menus.h"
 #include "model_panel.h"
 #include "options_panel.h"
@@ -16,7 +14,6 @@
 
 #include <QAction>
 #include <QCloseEvent>
-#include <QMenuBar>
 
 namespace zr310::ui {
 
@@ -47,9 +44,10 @@ Language MainForm::languageForLocale(const QLocale& locale) {
 
 MainForm::MainForm(StartOptions options, QWidget* parent)
     : QMainWindow(parent), m_image(makeStartImage()), m_portName(options.portName),
-      m_menus(std::make_unique<Menus>()) {
+      m_fileToOpen(options.fileToOpen), m_menus(std::make_unique<Menus>()) {
     setObjectName(QStringLiteral("mainform"));
     setWindowIcon(icons::applicationIcon());
+    setAcceptDrops(true);
     createMenus();
     createToolbar();
     createStatusBar();
@@ -92,8 +90,7 @@ MainForm::MainForm(StartOptions options, QWidget* parent)
     // Frame1 and its panels; the tuning frames stay hidden.
     placePanels();
     m_tuning->setShown(false);
-    resize(twipsToPixels(kMinInsideWidthTwips) + 8,
-           twipsToPixels(kMinInsideHeightTwips) + menuBar()->sizeHint().height());
+    resizeToStartSize();
 
     takeReferenceCopy();
     startFreshHistory();
@@ -119,28 +116,24 @@ void MainForm::takeReferenceCopy() {
 
 void MainForm::closeEvent(QCloseEvent* event) {
     commitEdits();
+    event->setAccepted(mayDiscardEdits());
+}
+
+bool MainForm::mayDiscardEdits() {
     if (!isModified()) {
-        event->accept();
-        return;
+        return true;
     }
     const auto answer = showMessageBox(this, QMessageBox::Warning, res(1410), resDisplay(1123),
                                        QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel);
     switch (answer) {
     case QMessageBox::Yes:
         // A save that did not happen (dialog cancelled, disk error) keeps
-        // the window open, so that nothing is lost.
-        if (fileSave()) {
-            event->accept();
-        } else {
-            event->ignore();
-        }
-        break;
+        // the data, so that nothing is lost.
+        return fileSave();
     case QMessageBox::No:
-        event->accept();
-        break;
+        return true;
     default:
-        event->ignore();
-        break;
+        return false;
     }
 }
 

@@ -34,10 +34,13 @@ class OptionsPanel;
 class TuningPanels;
 
 // How the program starts: the locale that picks the language, and the port
-// the radio is reached on ("sim" for the built-in simulated radio).
+// the radio is reached on: COM1 unless told otherwise ("sim" for the
+// built-in simulated radio). The port is not kept between runs.
 struct StartOptions {
     QLocale locale = QLocale::system();
-    QString portName = QStringLiteral("sim");
+    QString portName = QStringLiteral("COM1");
+    // A data file or raw image to open once the window shows (`zr310 FILE`).
+    QString fileToOpen;
 
     // The system locale, unless ZR310_LOCALE names another ("zh_CN", "en_US").
     static StartOptions fromEnvironment();
@@ -87,6 +90,9 @@ public:
     QString selectedPort() const { return m_portName; }
     void setSelectedPort(const QString& portName) { m_portName = portName; }
 
+    // Shows the window, then opens the start file if there is one.
+    void showAndOpen();
+
     // Opens or saves without a file dialog; a refused file is reported with
     // a message box. Return whether the file was taken or written.
     bool openFile(const QString& path);
@@ -98,6 +104,9 @@ public:
 protected:
     void closeEvent(QCloseEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
+    // A data file (.k720) or raw image (.bin) dropped on the window opens.
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
 
 private:
     struct Menus;
@@ -114,11 +123,15 @@ private:
     // Layout and scrolling.
     void createPanels();
     void placePanels();
+    void resizeToStartSize();
     void updateScrollBars();
     void moveFrame1(double leftTwips, double topTwips);
 
     // Files.
     void fileOpen();
+    // Edits not saved yet: asks whether to save them first. False when the
+    // user cancelled or the save did not happen.
+    bool mayDiscardEdits();
     bool fileSave();
     bool fileSaveAs();
     QString fileFilter() const;
@@ -180,6 +193,7 @@ private:
     FileExtras m_fileExtras; // the opened data file's unnamed bytes, saved back as they were
     QString m_lastOpenFolder;
     QString m_portName;
+    QString m_fileToOpen;
     std::shared_ptr<SerialTrace> m_trace; // Setup > Serial Trace, while ticked
     bool m_normalMode = true;
     Language m_shownLanguage = Language::English;

@@ -9,12 +9,29 @@
 #include <QCoreApplication>
 #include <QDateTime>
 #include <QDir>
+#include <QDragEnterEvent>
+#include <QDropEvent>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QMimeData>
+#include <QTimer>
+#include <QUrl>
+
+#include <utility>
 
 namespace zr310::ui {
 
 namespace {
+
+// The one local .k720 or .bin file being dragged, or an empty string.
+QString droppedDataFile(const QMimeData* data) {
+    if (data == nullptr || data->urls().size() != 1 || !data->urls().constFirst().isLocalFile()) {
+        return {};
+    }
+    const QString path = data->urls().constFirst().toLocalFile();
+    const QString suffix = QFileInfo(path).suffix().toLower();
+    return suffix == QStringLiteral("k720") || suffix == QStringLiteral("bin") ? path : QString();
+}
 
 std::filesystem::path toPath(const QString& name) {
     return std::filesystem::path(name.toStdU16String());
@@ -86,6 +103,35 @@ bool MainForm::openFile(const QString& path) {
     startFreshHistory();
     m_fraChSet->focusFirstCell();
     return true;
+}
+
+void MainForm::showAndOpen() {
+    show();
+    if (!m_fileToOpen.isEmpty()) {
+        openFile(std::exchange(m_fileToOpen, QString()));
+    }
+}
+
+void MainForm::dragEnterEvent(QDragEnterEvent* event) {
+    if (!droppedDataFile(event->mimeData()).isEmpty()) {
+        event->acceptProposedAction();
+    }
+}
+
+void MainForm::dropEvent(QDropEvent* event) {
+    const QString path = droppedDataFile(event->mimeData());
+    if (path.isEmpty()) {
+        return;
+    }
+    event->acceptProposedAction();
+    commitEdits();
+    // The question waits until the drop is over, so the other program is
+    // not left hanging in its drag.
+    QTimer::singleShot(0, this, [this, path] {
+        if (mayDiscardEdits()) {
+            openFile(path);
+        }
+    });
 }
 
 // A name chosen by Open or Save As is saved to directly; the start name has

@@ -11,6 +11,7 @@
 #include <QGroupBox>
 #include <QMenuBar>
 #include <QResizeEvent>
+#include <QScreen>
 #include <QScrollBar>
 #include <QTreeWidget>
 
@@ -66,15 +67,22 @@ void MainForm::createPanels() {
 }
 
 void MainForm::placePanels() {
-    const PanelRects rects = panelRects(kFrame1StartHeight, kFrame1StartWidth);
+    // Frame1 grows into the content area beside the scroll bars shown.
+    const QSizeF inside = insideSizeTwips();
+    const ScrollBarNeeds needs = scrollBarsFor(inside.width(), inside.height());
+    const int thickness = style()->pixelMetric(QStyle::PM_ScrollBarExtent);
+    const int roomWidth = m_viewport->width() - (needs.vertical ? thickness : 0);
+    const int roomHeight = m_viewport->height() - (needs.horizontal ? thickness : 0);
+    const QSizeF frame = frame1SizeFor(pixelsToTwips(roomWidth), pixelsToTwips(roomHeight));
+    const PanelRects rects = panelRects(frame.height(), frame.width());
     setTwipsGeometry(m_fraModel, rects.fraModel);
     setTwipsGeometry(m_fraFunction, rects.fraFunction);
     setTwipsGeometry(m_fraChSet, rects.fraChSet);
     setTwipsGeometry(m_tuning->fraTune(), rects.fraTune);
     setTwipsGeometry(m_tuning->tree(), rects.treeViewTune);
     setTwipsGeometry(m_tuning->fraTestCh(), rects.fraTestCh);
-    m_fraChSet->placeContents();
-    m_tuning->placeContents();
+    m_fraChSet->placeContents(rowGrowth(frame.height()));
+    m_tuning->placeContents(rowGrowth(frame.height()));
 
     // The frame is as large as the panels it holds.
     QRect extent;
@@ -94,9 +102,23 @@ QSizeF MainForm::insideSizeTwips() const {
     return {pixelsToTwips(width()), pixelsToTwips(height() - menuHeight)};
 }
 
+// The content area has its new size here: the panels follow it.
 void MainForm::resizeEvent(QResizeEvent* event) {
     QMainWindow::resizeEvent(event);
-    updateScrollBars();
+    placePanels();
+}
+
+// The start size, within the screen's room (a 200 % scale leaves half of
+// it). A window cut short gets the vertical bar beside the panels, not over
+// them, when the screen is wide enough.
+void MainForm::resizeToStartSize() {
+    const QSize room = screen()->availableGeometry().size();
+    QSize start(twipsToPixels(kMinInsideWidthTwips) + 8,
+                twipsToPixels(kMinInsideHeightTwips) + menuBar()->sizeHint().height());
+    if (start.height() > room.height()) {
+        start.rwidth() += style()->pixelMetric(QStyle::PM_ScrollBarExtent);
+    }
+    resize(start.boundedTo(room));
 }
 
 void MainForm::updateScrollBars() {

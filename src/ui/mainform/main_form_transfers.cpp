@@ -38,18 +38,10 @@ QString folderText(const std::filesystem::path& path) {
 
 void MainForm::showPortDialog() {
     PortChoices choices;
-    QStringList comDevices;
     for (int n = 1; n <= 4; ++n) {
-        const QString name = QStringLiteral("COM%1").arg(n);
-        choices.comDevices[n - 1] = name;
-        choices.comUsable[n - 1] = probePort(name);
-        comDevices << resolvePortName(name);
+        choices.comUsable[n - 1] = probePort(QStringLiteral("COM%1").arg(n));
     }
-    for (const QString& port : availablePortNames()) {
-        if (!comDevices.contains(resolvePortName(port))) {
-            choices.systemPorts << port;
-        }
-    }
+    choices.systemPorts = availablePortNames();
     FrmPort dialog(m_portName, choices, this);
     if (dialog.exec() == QDialog::Accepted) {
         m_portName = dialog.selectedPort();
@@ -75,8 +67,9 @@ TransferResult MainForm::runTransfer(TransferKind kind, RadioImage* sent) {
     }
     const TransferResult result = dialog.result();
     if (result.outcome == TransferOutcome::NoResponse) {
-        showMessageBox(this, QMessageBox::Warning, res(kMsgCommunicationError),
-                       displayText(noResponseText(m_portName, currentLanguage())));
+        showMessageBox(
+            this, QMessageBox::Warning, res(kMsgCommunicationError),
+            displayText(unreachableText(m_portName, result.portProblem, currentLanguage())));
     }
     return result;
 }

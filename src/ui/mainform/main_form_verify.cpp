@@ -26,8 +26,14 @@ bool MainForm::verifyWrite(const RadioImage& sent) {
     RadioImage readBack = makeStartImage();
     FrmConnect dialog(TransferKind::Read, m_portName, readBack, m_linkFlags, this);
     dialog.exec();
-    if (dialog.result().outcome != TransferOutcome::Completed) {
-        showMessageBox(this, QMessageBox::Warning, res(kMsgError), resDisplay(kMsgVerifyNotRead));
+    const TransferResult result = dialog.result();
+    if (result.outcome != TransferOutcome::Completed) {
+        QString text = resDisplay(kMsgVerifyNotRead);
+        if (result.portProblem) {
+            text += QLatin1Char('\n') +
+                    displayText(unreachableText(m_portName, result.portProblem, currentLanguage()));
+        }
+        showMessageBox(this, QMessageBox::Warning, res(kMsgError), text);
         return false;
     }
     const WriteCheck check = checkWrittenBlocks(sent, readBack);

@@ -53,9 +53,11 @@ constexpr std::size_t indexOf(OptionId id) {
 
 OptionsPanel::OptionsPanel(QWidget* parent) : QGroupBox(parent) {
     setObjectName(QStringLiteral("fraFunction"));
+    // Each list is as wide as its longest item, so the four groups only just
+    // fit the frame at its start width: narrow margins and gaps.
     auto* grid = new QGridLayout(this);
-    grid->setContentsMargins(6, 2, 6, 4);
-    grid->setHorizontalSpacing(4);
+    grid->setContentsMargins(3, 2, 3, 2);
+    grid->setHorizontalSpacing(3);
     grid->setVerticalSpacing(2);
     for (const ListPlace& place : kPlaces) {
         const QString name = qs(optionName(place.id));
@@ -63,8 +65,7 @@ OptionsPanel::OptionsPanel(QWidget* parent) : QGroupBox(parent) {
         label->setObjectName(QStringLiteral("Lbl") + name);
         auto* list = new QComboBox(this);
         list->setObjectName(name);
-        list->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-        list->setMinimumContentsLength(4);
+        list->setSizeAdjustPolicy(QComboBox::AdjustToContents);
         label->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Preferred);
         list->setMaxVisibleItems(15);
         label->setBuddy(list);

@@ -38,9 +38,9 @@ constexpr std::array<std::string_view, kTestColumns> kFrameUpHeaders{
     "信道",          "接收频率(MHz)", "步进值(KHz)", "接收CTC/DCS",
     "发射频率(MHz)", "步进值(KHz)",   "发射CTC/DCS"};
 constexpr std::array<int, kTestColumns> kHeaderIds{1203, 1204, 1225, 1205, 1206, 1225, 1207};
-// Fractions of the grid width per column, in hundredths, so that a
-// frequency and a "-DCS 023" fit their cells.
-constexpr std::array<int, kTestColumns> kColumnPercent{10, 18, 10, 17, 18, 10, 17};
+// Fractions of the grid width per column, in hundredths, so that a row
+// label ("信道 11"), a frequency and a "CTC 254.1" fit their cells.
+constexpr std::array<int, kTestColumns> kColumnPercent{14, 17, 10, 16, 17, 10, 16};
 constexpr double kHeaderRowTwips = 500;
 constexpr double kTestRowTwips = 300;
 constexpr int kBoxColumnWidth = 44;
@@ -298,7 +298,7 @@ void TestChannelPanel::commitEdit() {
     }
 }
 
-void TestChannelPanel::placeContents() {
+void TestChannelPanel::placeContents(double rowGrowth) {
     const int lineHeight = m_lblTestType->sizeHint().height();
     int y = fontMetrics().height() + kMargin;
     int x = kMargin;
@@ -314,8 +314,8 @@ void TestChannelPanel::placeContents() {
     const int boxesWidth = 3 * kBoxColumnWidth;
     const int gridWidth = width() - 2 * kMargin - boxesWidth;
     const int frame = m_grid->frameWidth();
-    const int headerHeight = twipsToPixels(kHeaderRowTwips);
-    const int rowHeight = twipsToPixels(kTestRowTwips);
+    const int headerHeight = twipsToPixels(kHeaderRowTwips * rowGrowth);
+    const int rowHeight = twipsToPixels(kTestRowTwips * rowGrowth);
     const int gridHeight = headerHeight + kTestChannelCount * rowHeight + 2 * frame;
     m_grid->setGeometry(kMargin, y, gridWidth, gridHeight);
     const double w = pixelsToTwips(gridWidth - 2 * frame);

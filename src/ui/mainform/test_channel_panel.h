@@ -41,7 +41,9 @@ public:
     // ReFlashTestData: every row, box and choice from the image; the Type
     // and Frequency Band labels show the model and `bandText`.
     void refresh(const RadioImage& image, const QString& bandText, Language language);
-    void placeContents();
+    // Lays out the frame's insides, the grid's rows `rowGrowth` times their
+    // start height.
+    void placeContents(double rowGrowth);
     // Ends an edit in the frequency box as leaving it would.
     void commitEdit();
 

@@ -153,7 +153,12 @@ void TuningPanels::exchangeFinished(int frameCommand, int result, int value) {
         if (command == TuneCommand::Leave) {
             break; // the channel view is back already; a silent radio is left as it is
         }
-        showMessageBox(m_tree, QMessageBox::Warning, res(1533), resDisplay(1536));
+        if (const PortProblem problem = m_session ? m_session->portProblem() : PortProblem{}) {
+            showMessageBox(m_tree, QMessageBox::Warning, res(1533),
+                           displayText(unreachableText(m_portName, problem, currentLanguage())));
+        } else {
+            showMessageBox(m_tree, QMessageBox::Warning, res(1533), resDisplay(1536));
+        }
         break;
     case Result::Refused:
         if (command == TuneCommand::Leave) {

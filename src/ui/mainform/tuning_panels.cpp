@@ -134,8 +134,8 @@ void TuningPanels::applyLanguage(Language language) {
     m_testChannels->applyLanguage(language);
 }
 
-void TuningPanels::placeContents() {
-    m_testChannels->placeContents();
+void TuningPanels::placeContents(double rowGrowth) {
+    m_testChannels->placeContents(rowGrowth);
 }
 
 void TuningPanels::setShown(bool shown) {

@@ -53,7 +53,7 @@ public:
     void refreshTestChannels(const RadioImage& image, const QString& bandText, Language language);
     void applyLanguage(Language language);
     // Lays out the insides of the frames after they were placed.
-    void placeContents();
+    void placeContents(double rowGrowth);
     // Shows the tree and the test channels (entering tuning mode) or hides
     // all (leaving); ends the tuning session when hidden.
     void setShown(bool shown);
