@@ -11,8 +11,6 @@
 #include <QPdfWriter>
 #include <QtTest>
 
-Q_DECLARE_METATYPE(zr310::Language)
-
 using namespace zr310;
 
 namespace {
@@ -73,74 +71,57 @@ class TestReportLayout : public QObject {
     Q_OBJECT
 
 private slots:
-    void captionsInOrderOnThePage_data() {
-        QTest::addColumn<QPageSize>("paper");
-        QTest::addColumn<int>("pages");
-        QTest::newRow("A4") << QPageSize(QPageSize::A4) << 1;
-        QTest::newRow("Letter") << QPageSize(QPageSize::Letter) << 1;
-        QTest::newRow("A4 landscape") << QPageSize(QSizeF(297, 210), QPageSize::Millimeter) << 1;
-        QTest::newRow("A6") << QPageSize(QPageSize::A6) << 1;
-        QTest::newRow("label") << QPageSize(QSizeF(100, 40), QPageSize::Millimeter) << 4;
-    }
+    // Down to a label of 100 x 40 mm, which takes four pages.
     void captionsInOrderOnThePage() {
-        QFETCH(QPageSize, paper);
-        QFETCH(int, pages);
-        const ReportLayout layout = layoutOn(paper, Language::Chinese);
-        QCOMPARE(layout.pageCount, pages);
-        QStringList firstUse;
-        for (const PlacedText& t : layout.texts)
-            if (kCaptions.contains(t.text) && !firstUse.contains(t.text))
-                firstUse << t.text;
-        QCOMPARE(firstUse, kCaptions);
-        QCOMPARE(lineOf(layout, "信道设置"), QStringList({"信道设置", "2024-03-05 14:07:09"}));
-
-        const auto& texts = layout.texts;
-        for (std::size_t i = 0; i < texts.size(); ++i) {
-            QVERIFY2(QRectF(QPointF(), layout.pageSize).contains(texts[i].bounds),
-                     qPrintable(texts[i].text));
-            for (std::size_t j = i + 1; j < texts.size(); ++j)
-                QVERIFY(texts[i].page != texts[j].page ||
-                        !texts[i].bounds.intersects(texts[j].bounds));
-            if (i + 1 < texts.size() && texts[i].page != texts[i + 1].page)
-                QVERIFY2(!kHeadingEnds.contains(texts[i].text), qPrintable(texts[i].text));
-        }
+        const auto row = [](const QPageSize& paper, int pages) {
+            const ReportLayout layout = layoutOn(paper, Language::Chinese);
+            QCOMPARE(layout.pageCount, pages);
+            QStringList firstUse;
+            for (const PlacedText& t : layout.texts)
+                if (kCaptions.contains(t.text) && !firstUse.contains(t.text))
+                    firstUse << t.text;
+            QCOMPARE(firstUse, kCaptions);
+            QCOMPARE(lineOf(layout, "信道设置"), QStringList({"信道设置", "2024-03-05 14:07:09"}));
+            const auto& texts = layout.texts;
+            for (std::size_t i = 0; i < texts.size(); ++i) {
+                QVERIFY2(QRectF(QPointF(), layout.pageSize).contains(texts[i].bounds),
+                         qPrintable(texts[i].text));
+                for (std::size_t j = i + 1; j < texts.size(); ++j)
+                    QVERIFY(texts[i].page != texts[j].page ||
+                            !texts[i].bounds.intersects(texts[j].bounds));
+                if (i + 1 < texts.size() && texts[i].page != texts[i + 1].page)
+                    QVERIFY2(!kHeadingEnds.contains(texts[i].text), qPrintable(texts[i].text));
+            }
+        };
+        row(QPageSize(QPageSize::A4), 1);
+        row(QPageSize(QPageSize::A6), 1);
+        row(QPageSize(QSizeF(100, 40), QPageSize::Millimeter), 4);
     }
 
-    // The lines that hold values, from their first text on.
-    void valueLines_data() {
-        QTest::addColumn<Language>("language");
-        QTest::addColumn<QString>("line"); // split at "|"
-        const auto row = [](const char* name, Language language, const char* line) {
-            QTest::newRow(name) << language << QString(line);
+    // The lines that hold values, from their first text on, in either language.
+    void valueLines() {
+        const auto row = [](Language language, const QString& line) {
+            const QStringList texts = line.split('|');
+            QCOMPARE(lineOf(layoutOn(QPageSize(QPageSize::A4), language), texts[0]), texts);
         };
         const Language en = Language::English, zh = Language::Chinese;
-        row("model", en, "机型|:|ZR-310|频率范围:|136 - 174MHz");
-        row("ch1", en, "1|145.50000|CTC 88.5|146.10000|-DCS 023|Del|On");
-        row("ch2 closed", en, "2|000.00000|OFF|000.00000|OFF|Add|Off|Close");
-        row("ch3 no tx", zh, "3|150.00000|OFF|151.00000|OFF|添加|关闭|禁发");
-        row("model 2", zh, "机型:|ZR-310");
-        row("scan en", en, "扫描模式:|Time|恢复信道|Recent Used Ch");
-        row("scan zh", zh, "扫描模式:|时间|恢复信道|最近使用信道");
-        row("priority en", en, "优先信道:|CH5|回扫周期|0.5sec");
-        row("priority zh", zh, "优先信道:|信道5|回扫周期|0.5秒");
-        row("scan delay", zh, "扫描停留时间:|1.5秒");
-        row("monitor en", en, "监听:|Squelch Momentary|发射限时|120sec");
-        row("monitor zh", zh, "监听:|暂态有条件监听|发射限时|120秒");
-        row("beep en", en, "提示音:|On|手动模式|Off");
-        row("beep zh", zh, "提示音:|打开|手动模式|关闭");
-        row("battery save", en, "省电功能:|On|静噪等级|5");
-        row("pre-alert", zh, "预告警时间:|10秒|TOT再按键时间|7秒");
-        row("reset", en, "TOT复位时间:|15sec");
+        row(en, "机型|:|ZR-310|频率范围:|136 - 174MHz");
+        row(en, "1|145.50000|CTC 88.5|146.10000|-DCS 023|Del|On");
+        row(en, "2|000.00000|OFF|000.00000|OFF|Add|Off|Close");
+        row(zh, "3|150.00000|OFF|151.00000|OFF|添加|关闭|禁发");
+        row(zh, "机型:|ZR-310");
+        row(zh, "扫描模式:|时间|恢复信道|最近使用信道");
+        row(en, "优先信道:|CH5|回扫周期|0.5sec");
+        row(zh, "扫描停留时间:|1.5秒");
+        row(zh, "监听:|暂态有条件监听|发射限时|120秒");
+        row(en, "提示音:|On|手动模式|Off");
+        row(en, "省电功能:|On|静噪等级|5");
+        row(zh, "预告警时间:|10秒|TOT再按键时间|7秒");
+        row(en, "TOT复位时间:|15sec");
         // Tuning: the bytes 0x05E, 0x0DE, 0x15E, 0x1DE and 0x25E in decimal.
-        row("tuning 1", en, "电池电压电平:|7|第9级静噪电平|200");
-        row("tuning 2", zh, "第3级静噪电平:|45|CDCSS频偏|255");
-        row("tuning 3", en, "CTCSS频偏:|128");
-    }
-    void valueLines() {
-        QFETCH(Language, language);
-        QFETCH(QString, line);
-        const QStringList texts = line.split('|');
-        QCOMPARE(lineOf(layoutOn(QPageSize(QPageSize::A4), language), texts[0]), texts);
+        row(en, "电池电压电平:|7|第9级静噪电平|200");
+        row(zh, "第3级静噪电平:|45|CDCSS频偏|255");
+        row(en, "CTCSS频偏:|128");
     }
 };
 

@@ -4,7 +4,6 @@
 #include "radio_image.h"
 #include "virtual_link.h"
 
-#include <algorithm>
 #include <vector>
 
 namespace zr310::test {
@@ -34,10 +33,6 @@ inline std::vector<int> writeBlocks() {
     auto blocks = addressRange(0x000, 0x0F8);
     blocks.insert(blocks.end(), {0x2B0, 0x2B8, 0x2D0, 0x2D8, 0x3C0, 0x3C8});
     return blocks;
-}
-
-inline bool inBlocks(int address, const std::vector<int>& blocks) {
-    return std::find(blocks.begin(), blocks.end(), address & ~7) != blocks.end();
 }
 
 } // namespace zr310::test

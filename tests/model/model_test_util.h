@@ -1,19 +1,19 @@
 #pragma once
 
-// Small helpers shared by the model suites.
+// Small helpers shared by the model suites (and the CSV suite).
 
+#include "bands.h"
 #include "frequency.h"
+#include "image_edit.h"
 #include "radio_image.h"
 #include "tones.h"
 
 #include <QList>
 #include <QRandomGenerator>
-#include <QStringList>
 #include <QTest>
 
 #include <optional>
 #include <string>
-#include <vector>
 
 // Readable failure messages for the model's value types (found by QTest through ADL).
 namespace zr310 {
@@ -34,19 +34,6 @@ namespace zr310::test {
 
 inline QString qs(std::string_view text) {
     return QString::fromUtf8(text.data(), qsizetype(text.size()));
-}
-
-inline QStringList qsl(const std::vector<std::string>& texts) {
-    QStringList list;
-    for (const auto& text : texts)
-        list << qs(text);
-    return list;
-}
-
-// The linear offset of a radio address, from the memory map: address c * 8 + b
-// is column c, block b, kept at b * 128 + c.
-inline int linearOf(int address) {
-    return (address % 8) * 128 + address / 8;
 }
 
 // Reproducible noise, so that kept bits are tested on ones and zeros alike.
@@ -74,6 +61,39 @@ inline bool changedOnlyAt(const RadioImage& before, const RadioImage& after,
         if (!allowed.contains(offset))
             return false;
     return true;
+}
+
+// Noise on the band, with every channel set from random texts the grid offers.
+// Bit 16 of the frequency counts starts clear: the editors keep it as they find it.
+inline RadioImage randomChannels(QRandomGenerator& rng, int bandIndex) {
+    RadioImage image = noiseImage(rng.generate());
+    setBand(image, bandIndex);
+    const BandLimits band = kBands[std::size_t(bandIndex)].limits;
+    const auto ctcss = SetQtcodeArray(), dcs = SetDQtcodeArray();
+    const auto frequency = [&] {
+        return std::to_string(band.lowerMHz + rng.bounded(band.upperMHz - band.lowerMHz) +
+                              rng.bounded(1000) / 1000.0);
+    };
+    const auto tone = [&] {
+        const std::string kinds[] = {"OFF", "CTC " + ctcss[rng.bounded(50)],
+                                     "DCS " + dcs[rng.bounded(83)], "-DCS " + dcs[rng.bounded(83)]};
+        return kinds[rng.bounded(4)];
+    };
+    // Two choices for each field after the tones, in kChannelFields order.
+    const char* words[] = {"Add",  "Del",    "On", "Off", "Low", "High",
+                           "Wide", "Narrow", "",   "x",   "",    "x"};
+    for (int n = 1; n <= kChannelCount; ++n) {
+        for (int block : {2, 7})
+            image.set(channelColumn(n), block, image.at(channelColumn(n), block) & 0xFE);
+        std::string texts[10] = {frequency(), tone()};
+        texts[2] = rng.bounded(3) ? frequency() : texts[0];
+        texts[3] = rng.bounded(2) ? tone() : texts[1];
+        for (int f = 4; f < 10; ++f)
+            texts[f] = words[2 * (f - 4) + rng.bounded(2)];
+        for (std::size_t f = 0; f < kChannelFields.size(); ++f)
+            setChannelField(image, channelColumn(n), kChannelFields[f], texts[f]);
+    }
+    return image;
 }
 
 } // namespace zr310::test

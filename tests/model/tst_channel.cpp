@@ -6,34 +6,17 @@
 using namespace zr310;
 using namespace zr310::test;
 
-Q_DECLARE_METATYPE(zr310::Side)
-Q_DECLARE_METATYPE(zr310::ToneKind)
-
 namespace {
 
 // Offsets of a record's bytes: blocks 0-7 of the even column, blocks 0-2 of the odd one.
-int even(int column, int block) {
-    return block * 128 + column;
-}
-int odd(int column, int block) {
-    return block * 128 + column + 1;
-}
-
 QList<int> recordOffsets(int column) {
     QList<int> offsets;
     for (int block = 0; block < 8; ++block)
-        offsets << even(column, block);
-    return offsets << odd(column, 0) << odd(column, 1) << odd(column, 2);
+        offsets << block * 128 + column;
+    return offsets << column + 1 << 128 + column + 1 << 256 + column + 1;
 }
 
-// What the grid shows: frequencies, tones, then the flags.
-QStringList shownTexts(const ChannelTexts& t) {
-    QStringList texts{qs(t.rxFreq), qs(t.txFreq), qs(t.rxTone), qs(t.txTone)};
-    return texts << (t.close ? "Close" : "-") << (t.noTx ? "No TX" : "-") << qs(t.bandwidth)
-                 << qs(t.busyLock) << qs(t.scan) << qs(t.power);
-}
-
-// Sets the bytes at `offsets` of a noise image and returns a copy of the image.
+// A noise image with the bytes at `offsets` set.
 RadioImage withBytes(quint32 seed, const QList<int>& offsets, const QByteArray& bytes) {
     RadioImage image = noiseImage(seed);
     for (int i = 0; i < bytes.size(); ++i)
@@ -43,134 +26,152 @@ RadioImage withBytes(quint32 seed, const QList<int>& offsets, const QByteArray& 
 
 } // namespace
 
+// A channel's frequencies and tones, and its record of 11 bytes.
 class TestChannel : public QObject {
     Q_OBJECT
 
 private slots:
-    // Crafted records: blocks 0-7 of the even column, then blocks 0-2 of the odd one.
-    void decode_data() {
-        QTest::addColumn<int>("column");
-        QTest::addColumn<QByteArray>("bytes");
-        QTest::addColumn<QString>("texts"); // rx, tx, tones, close, no tx, W/N, busy, scan, power
-        QTest::newRow("all zero, ch 1")
-            << 0x00 << QByteArray("0000000000000000 000000")
-            << "000.00000|000.00000|OFF|OFF|Close|No TX|Wide|Off|Add|High";
-        QTest::newRow("ctc and dcs, all options, ch 7")
-            << 0x0C << QByteArray("f25a3c8508ad7158 130035")
-            << "145.51250|145.50500|CTC 88.5|DCS 023|-|-|Narrow|On|Del|Low";
-        QTest::newRow("17-bit counts, ch 16")
-            << 0x1E << QByteArray("ffff050000ffff01 000000")
-            << "819.19375|655.35500|OFF|OFF|Close|No TX|Wide|Off|Add|High";
-        QTest::newRow("-DCS 754 and CTC 254.1, test ch 1")
-            << 0x20 << QByteArray("000078ec0100003c 4125ca")
-            << "000.00000|000.00000|-DCS 754|CTC 254.1|-|-|Wide|Off|Add|High";
+    void frequencyEncoding() {
+        const auto row = [](double mhz, uint steps, bool step625) {
+            QCOMPARE(encodeFrequency(mhz), (FrequencyCode{steps, step625}));
+        };
+        row(145.505, 29101, false); // on 5 only
+        row(145.5, 23280, true);    // on both grids: 6.25
+        row(438.0125, 70082, true); // needs bit 16
+        // Quotients that come out a hair below the whole number in binary.
+        row(512.05, 81928, true);
+        row(512.035, 102407, false);
+        // 23280.0032 and 23279.9968 show no decimal point in seven significant
+        // digits; 23280.02 does, and is counted in 5 kHz steps.
+        row(145.50002, 23280, true);
+        row(145.49998, 23280, true);
+        row(145.5001, 29100, false);
     }
 
+    // Clamping at and beyond the band edges, the leading number of the text;
+    // off-grid values go to the nearer grid point, ties to 6.25 kHz, also where
+    // value * 100000 is a hair off the tie in binary.
+    void frequencyValidation() {
+        const auto row = [](const char* text, int lower, int upper, const QString& result) {
+            const std::string out = validateFrequencyText(text, BandLimits{lower, upper});
+            QCOMPARE(qs(out), result);
+            // The result is a fixed point: validating it again changes nothing.
+            QCOMPARE(qs(validateFrequencyText(out, BandLimits{lower, upper})), result);
+        };
+        row("135.99375", 136, 174, "136.00000");
+        row("174.00000", 136, 174, "174.00000");
+        row("145.5abc", 136, 174, "145.50000");
+        row("173.99375", 136, 174, "173.99375"); // on 6.25 just below the upper edge
+        row("145.002", 136, 174, "145.00000");   // both grids agree
+        row("145.0070", 136, 174, "145.00625");
+        row("145.0050001", 136, 174, "145.00500");
+        row("519.99999", 465, 520, "520.00000");
+        row("136.03625", 136, 174, "136.03750"); // exact tie
+        row("136.11375", 136, 174, "136.11250");
+    }
+
+    // Every listed tone and code, and values and texts off the lists: the stored
+    // value's text, and what parsing the text gives back.
+    void tones() {
+        const auto row = [](const QString& text, int flags, int value, bool parses) {
+            const Tone tone = decodeTone(quint8(flags), quint8(value & 0xFF), quint8(value >> 8));
+            if (flags >= 0) // -1: a text no stored value shows
+                QCOMPARE(qs(toneText(tone)), text);
+            QCOMPARE(parseToneText(text.toStdString()),
+                     parses ? std::optional(tone) : std::nullopt);
+        };
+        const auto ctcss = SetQtcodeArray(), dcs = SetDQtcodeArray();
+        QCOMPARE(qs(ctcss.front() + " " + ctcss.back()), QString("67.0 254.1"));
+        QCOMPARE(qs(dcs.front() + " " + dcs.back()), QString("023 754"));
+        QCOMPARE(int(ctcss.size() + dcs.size()), 50 + 83);
+        for (const auto& tone : ctcss) // four BCD digits of the tenths of a hertz
+            row("CTC " + qs(tone), 0x30, qs(tone).remove('.').toInt(nullptr, 16), true);
+        for (const auto& code : dcs) { // the binary value of the octal code
+            row("DCS " + qs(code), 0x50, qs(code).toInt(nullptr, 8), true);
+            row("-DCS " + qs(code), 0x70, qs(code).toInt(nullptr, 8), true);
+        }
+        row("OFF", 0x00, 0, true);
+        row("DCS 777", 0x50, 0777, true); // any octal code
+        row("-DCS 017", 0x70, 017, true);
+        row("CTC 101.1", 0x30, 0x0A0B, false); // nibbles above 9
+        row("-DCS 800", 0x70, 0x0200, false);  // above 511
+        for (const char* text : {"", "CTC 88.6", "CTC 88.5x", "-CTC 88.5", "DCS 028", "DCS 23",
+                                 "DCS 0234", "DCS023", "--DCS 023"})
+            row(text, -1, 0, false);
+    }
+
+    // Only bits 4-6 of the flags byte name the tone type; 0x30, 0x50, 0x70 or off.
+    void toneTypes() {
+        const char* texts[] = {"OFF", "OFF", "OFF", "CTC 8.5", "OFF", "DCS 205", "OFF", "-DCS 205"};
+        for (int flags = 0; flags < 256; ++flags)
+            QCOMPARE(qs(toneText(decodeTone(quint8(flags), 0x85, 0x00))),
+                     QString(texts[(flags >> 4) & 7]));
+    }
+
+    // Crafted records (blocks 0-7 of the even column, then 0-2 of the odd one) in
+    // noise: rx, tx, tones, close, no tx, W/N, busy, scan, power. The command
+    // line's `show` reads random records of every kind.
     void decode() {
-        QFETCH(int, column);
-        QFETCH(QByteArray, bytes);
-        QFETCH(QString, texts);
-        // Noise around the record: nothing outside it may take part.
-        const RadioImage image =
-            withBytes(quint32(column), recordOffsets(column), QByteArray::fromHex(bytes));
-        QCOMPARE(shownTexts(decodeChannel(image, column, Language::English)), texts.split('|'));
-        const QHash<QString, QString> zh{{"Add", "添加"},  {"Del", "删除"},   {"On", "打开"},
-                                         {"Off", "关闭"},  {"High", "高"},    {"Low", "低"},
-                                         {"Wide", "宽带"}, {"Narrow", "窄带"}};
-        QStringList chinese = texts.split('|');
-        for (QString& text : chinese)
-            text = zh.value(text, text);
-        QCOMPARE(shownTexts(decodeChannel(image, column, Language::Chinese)), chinese);
+        const auto row = [](int column, const char* hex, Language language, const QString& texts) {
+            const auto bytes = QByteArray::fromHex(hex);
+            const RadioImage image = withBytes(quint32(column), recordOffsets(column), bytes);
+            const ChannelTexts t = decodeChannel(image, column, language);
+            QStringList shown{qs(t.rxFreq), qs(t.txFreq), qs(t.rxTone), qs(t.txTone)};
+            shown << (t.close ? "Close" : "-") << (t.noTx ? "No TX" : "-") << qs(t.bandwidth)
+                  << qs(t.busyLock) << qs(t.scan) << qs(t.power);
+            QCOMPARE(shown, texts.split('|'));
+        };
+        const auto en = Language::English, zh = Language::Chinese;
+        row(0x0C, "f25a3c8508ad7158 130035", en,
+            "145.51250|145.50500|CTC 88.5|DCS 023|-|-|Narrow|On|Del|Low");
+        row(0x1E, "ffff050000ffff01 000000", zh, // 17-bit counts, CH 16
+            "819.19375|655.35500|OFF|OFF|Close|No TX|宽带|关闭|添加|高");
     }
 
     // A side's frequency and tone: count bytes low and high, the flags byte (bit 0:
     // bit 16 of the count, bit 2: 6.25 kHz steps, bits 4-6: tone type; the others
     // kept), then the tone value low and high. Bit 16 is never cleared once stored.
     // Receive: even column blocks 0-4. Transmit: even column blocks 5-7, odd column 0-1.
-    void encodeSide_data() {
-        QTest::addColumn<Side>("side");
-        QTest::addColumn<int>("oldFlags");
-        QTest::addColumn<double>("mhz");
-        QTest::addColumn<ToneKind>("kind");
-        QTest::addColumn<int>("value");
-        QTest::addColumn<QByteArray>("bytes");
-        const auto rx = Side::Receive, tx = Side::Transmit;
-        QTest::newRow("rx 6.25, ctcss")
-            << rx << 0x00 << 145.5125 << ToneKind::Ctcss << 0x0885 << QByteArray("f25a348508");
-        QTest::newRow("rx 5 and off over all ones")
-            << rx << 0xFF << 145.505 << ToneKind::Off << 0x0000 << QByteArray("ad718b0000");
-        QTest::newRow("tx bit 16, 6.25, dcs")
-            << tx << 0x78 << 438.0125 << ToneKind::Dcs << 0x0013 << QByteArray("c2115d1300");
-        QTest::newRow("tx bit 16, 5, -dcs")
-            << tx << 0x0C << 400.005 << ToneKind::DcsInverted << 0x01EC << QByteArray("813879ec01");
-        QTest::newRow("tx old bit 16 stays")
-            << tx << 0x01 << 145.5 << ToneKind::Ctcss << 0x2541 << QByteArray("f05a354125");
-    }
-
     void encodeSide() {
-        QFETCH(Side, side);
-        QFETCH(int, oldFlags);
-        QFETCH(double, mhz);
-        QFETCH(ToneKind, kind);
-        QFETCH(int, value);
-        QFETCH(QByteArray, bytes);
-        const int c = 0x0A;
-        const QList<int> offsets = recordOffsets(c).mid(side == Side::Receive ? 0 : 5, 5);
-        const RadioImage before = withBytes(7, {offsets[2]}, QByteArray(1, char(oldFlags)));
-        RadioImage image = before;
-        ChannelRecord(image, c).setFrequency(side, mhz);
-        ChannelRecord(image, c).setTone(side, Tone{kind, quint16(value)});
-        QByteArray got;
-        for (int offset : offsets)
-            got += char(image[std::size_t(offset)]);
-        QCOMPARE(got.toHex(), bytes);
-        QVERIFY(changedOnlyAt(before, image, offsets));
-    }
-
-    // Every write through a record touches only its own bytes; all 1024 are checked.
-    void writesStayInTheRecord_data() {
-        QTest::addColumn<int>("column");
-        QTest::addColumn<int>("number"); // of a channel, or from column 0x20 a test channel
-        for (int n = 1; n <= 16; ++n)
-            QTest::addRow("channel %d", n) << 2 * (n - 1) << n;
-        for (int t = 1; t <= 11; ++t)
-            QTest::addRow("test channel %d", t) << 0x20 + 2 * (t - 1) << t;
-    }
-
-    void writesStayInTheRecord() {
-        QFETCH(int, column);
-        QFETCH(int, number);
-        for (bool on : {false, true}) {
-            RadioImage before = noiseImage(quint32(column * 2 + on));
-            before[std::size_t(even(column, 2))] &= 0xFE; // receive bit 16 clear
+        const auto row = [](Side side, int oldFlags, double mhz, ToneKind kind, int value,
+                            const QByteArray& bytes) {
+            const QList<int> offsets = recordOffsets(0x0A).mid(side == Side::Receive ? 0 : 5, 5);
+            const RadioImage before = withBytes(7, {offsets[2]}, QByteArray(1, char(oldFlags)));
             RadioImage image = before;
+            ChannelRecord(image, 0x0A).setFrequency(side, mhz);
+            ChannelRecord(image, 0x0A).setTone(side, Tone{kind, quint16(value)});
+            QByteArray got;
+            for (int offset : offsets)
+                got += char(image[std::size_t(offset)]);
+            QCOMPARE(got.toHex(), bytes);
+            QVERIFY(changedOnlyAt(before, image, offsets));
+        };
+        const auto rx = Side::Receive, tx = Side::Transmit;
+        row(rx, 0x00, 145.5125, ToneKind::Ctcss, 0x0885, "f25a348508"); // 6.25 kHz
+        row(rx, 0xFF, 145.505, ToneKind::Off, 0x0000, "ad718b0000");    // 5 kHz, bits kept
+        row(tx, 0x78, 438.0125, ToneKind::Dcs, 0x0013, "c2115d1300");   // bit 16
+        row(tx, 0x0C, 400.005, ToneKind::DcsInverted, 0x01EC, "813879ec01");
+    }
+
+    // Simplex copies the receive frequency, step and tone over the transmit ones
+    // and keeps No TX; version 1.0 clears option bits 0 and 5 (Wide and High).
+    // Both stay in the record of the first and last channel and test channel.
+    void wholeRecordEdits() {
+        for (int column : {0x00, 0x1E, 0x20, 0x34}) {
+            RadioImage before = noiseImage(quint32(column));
+            before[std::size_t(2 * 128 + column)] &= 0xFE; // receive bit 16 clear,
+            before[std::size_t(7 * 128 + column)] |= 0x01; // transmit bit 16 set
+            RadioImage image = before;
+            const int number = column % 0x20 / 2 + 1;
             ChannelRecord record = column >= 0x20 ? ChannelRecord::testChannel(image, number)
                                                   : ChannelRecord::channel(image, number);
-            record.setFrequency(Side::Transmit, on ? 145.505 : 438.0125);
-            record.setFrequency(Side::Receive, on ? 438.0125 : 145.5);
-            record.setTone(Side::Transmit, Tone{ToneKind::DcsInverted, 0x01EC});
-            record.setTone(Side::Receive, Tone{ToneKind::Ctcss, 0x0885});
-            // Flags alternate, so that each setter's bit differs from its neighbours'.
-            // Close and No TX are stored inverted, in bit 3 of the flags bytes.
-            record.setOpen(!on);
-            record.setTxAllowed(on);
-            record.setNarrow(on);
-            record.setBusyLock(!on);
-            record.setScanDeleted(on);
-            record.setLowPower(!on);
-            const std::size_t options = std::size_t(odd(column, 2));
-            QCOMPARE(image[std::size_t(even(column, 2))] & 0x08, on ? 0x00 : 0x08);
-            QCOMPARE(image[std::size_t(even(column, 7))] & 0x08, on ? 0x08 : 0x00);
-            QCOMPARE(image[options] & 0x35, on ? 0x11 : 0x24);
-            // Version 1.0: Wide and High (option bits 0 and 5 cleared), the rest kept.
-            record.forceWideAndHigh();
-            QCOMPARE(image[options] & 0x35, on ? 0x10 : 0x04);
-            QCOMPARE(image[options] & 0xCA, before[options] & 0xCA);
-            // Simplex copies the receive bytes over the transmit ones, No TX kept.
             record.copyReceiveToTransmit();
             QCOMPARE(record.frequency(Side::Transmit), record.frequency(Side::Receive));
-            QCOMPARE(record.tone(Side::Transmit), (Tone{ToneKind::Ctcss, 0x0885}));
-            QCOMPARE(record.txAllowed(), on);
+            QCOMPARE(record.tone(Side::Transmit), record.tone(Side::Receive));
+            QCOMPARE(record.txAllowed(), ChannelView(before, column).txAllowed());
+            record.forceWideAndHigh();
+            const std::size_t options = std::size_t(256 + column + 1);
+            QCOMPARE(int(image[options]), before[options] & ~0x21);
             QVERIFY(changedOnlyAt(before, image, recordOffsets(column)));
         }
     }

@@ -47,76 +47,55 @@ class TestImageChecks : public QObject {
 
 private slots:
     // CH 3's receive tone lies at addresses 0x23-0x24, its transmit tone at 0x28-0x29.
-    void checks_data() {
-        QTest::addColumn<QStringList>("pairs");
-        QTest::addColumn<QStringList>("findings");
-        const auto row = [](const char* name, const QStringList& pairs,
-                            const QStringList& findings) {
-            QTest::newRow(name) << pairs << findings;
+    void checks() {
+        const auto row = [](const QStringList& pairs, const QStringList& findings) {
+            QStringList seen;
+            for (const WriteFinding& finding : checkBeforeWrite(edited(base(), pairs))) {
+                QVERIFY(finding.message.starts_with(finding.key + ": "));
+                seen << qs(severityWord(finding.severity)) + ": " + qs(finding.message);
+            }
+            QCOMPARE(seen, findings);
         };
         const QString uhf = "CboBand=400 - 470MHz";
-        row("clean", {"ch3.rx_tone=DCS 777", "ch3.tx_tone=CTC 254.1"}, {});
-        row("after a band change", {uhf},
-            {"error: ch3.rx_freq: 145.50000 MHz is outside the band 400 - 470MHz",
-             "error: ch3.tx_freq: 145.50000 MHz is outside the band 400 - 470MHz"});
-        row("transmit side of a No TX channel", {uhf, "ch3.rx_freq=440", "ch3.no_tx=true"}, {});
-        row("closed channel", {uhf, "CboPriorityCH=Off", "ch3.close=true"}, {});
-        row("ctcss not on the list", {"ch3.rx_tone=CTC 88.5", "0x023=84"},
+        row({"ch3.rx_tone=DCS 777", "ch3.tx_tone=CTC 254.1"}, {});
+        row({uhf}, {"error: ch3.rx_freq: 145.50000 MHz is outside the band 400 - 470MHz",
+                    "error: ch3.tx_freq: 145.50000 MHz is outside the band 400 - 470MHz"});
+        row({uhf, "ch3.rx_freq=440", "ch3.no_tx=true"}, {});   // transmit side of a No TX channel
+        row({uhf, "CboPriorityCH=Off", "ch3.close=true"}, {}); // closed channel
+        row({"ch3.rx_tone=CTC 88.5", "0x023=84"},
             {"error: ch3.rx_tone: CTCSS value 0x0884 (CTC 88.4) is not one of the 50 tones"});
-        row("erased dcs", {"ch3.tx_tone=DCS 023", "0x028=FF", "0x029=FF"},
+        row({"ch3.tx_tone=DCS 023", "0x028=FF", "0x029=FF"},
             {"error: ch3.tx_tone: DCS value 0xFFFF is not a three-digit octal code"});
-        row("priority channel closed", {"CboPriorityCH=CH5"},
-            {"warning: CboPriorityCH: CH5 is closed"});
-        row("errors first, by check, then channel",
-            {"CboPriorityCH=CH1", "ch3.rx_tone=-DCS 023", "0x024=02", "ch16.close=false"},
+        row({"CboPriorityCH=CH5"}, {"warning: CboPriorityCH: CH5 is closed"});
+        // Errors first, by check, then channel.
+        row({"CboPriorityCH=CH1", "ch3.rx_tone=-DCS 023", "0x024=02", "ch16.close=false"},
             {"error: ch16.rx_freq: 000.00000 MHz is outside the band 136 - 174MHz",
              "error: ch3.rx_tone: DCS value 0x0213 is not a three-digit octal code",
              "warning: CboPriorityCH: CH1 is closed"});
     }
 
-    void checks() {
-        QFETCH(QStringList, pairs);
-        QFETCH(QStringList, findings);
-        QStringList seen;
-        for (const WriteFinding& finding : checkBeforeWrite(edited(base(), pairs))) {
-            QVERIFY(finding.message.starts_with(finding.key + ": "));
-            seen << qs(severityWord(finding.severity)) + ": " + qs(finding.message);
-        }
-        QCOMPARE(seen, findings);
-    }
-
-    void diff_data() {
-        QTest::addColumn<QStringList>("pairs"); // make b from the base image a
-        QTest::addColumn<QStringList>("differences");
-        const auto row = [](const char* name, const QStringList& pairs,
-                            const QStringList& differences) {
-            QTest::newRow(name) << pairs << differences;
+    // The differences from the base image a to b, made by `pairs`.
+    void diff() {
+        const auto row = [](const QStringList& pairs, const QStringList& differences) {
+            QStringList seen;
+            for (const ImageDifference& d : diffImages(base(), edited(base(), pairs)))
+                seen << qs(d.key) + ": " + qs(d.a) + " -> " + qs(d.b);
+            QCOMPARE(seen, differences);
         };
-        row("equal", {}, {});
-        row("frequency", {"ch3.rx_freq=146.52"}, {"ch3.rx_freq: 145.50000 -> 146.52000"});
-        row("check box", {"ch5.close=false"}, {"ch5.close: true -> false"});
-        row("option list", {"CboSQ=5"}, {"CboSQ: 0 -> 5"});
-        row("one list of a shared byte", {"CboScan=Carrier"}, {"CboScan: Off -> Carrier"});
-        row("tuning value", {"tuning.squelch9=40"}, {"tuning.squelch9: 0 -> 40"});
-        row("radio id", {"0x3E0=5A"}, {"radio_id:  -> Z"});
-        row("write date", {"write_date=20240506070809"}, {"write_date:  -> 2024-05-06, 07:08:09"});
-        row("user text", {"user_text=Fleet 7"}, {"user_text:  -> Fleet 7"});
-        row("byte no field covers", {"0x3F5=12"}, {"byte 0x3F5: 0x00 -> 0x12"});
-        row("tone value of an OFF tone", {"0x023=55"}, {"byte 0x023: 0x00 -> 0x55"});
-        row("uncovered bit beside a listed one", {"CboRing=On", "0x2BC=A0"},
-            {"CboRing: Off -> On", "byte 0x2BC: 0x00 -> 0xA0"});
-        row("keys, then bytes by address", {"0x3F5=01", "CboSQ=5", "0x3F0=02", "ch16.scan=Del"},
+        row({}, {});
+        row({"ch3.rx_freq=146.52"}, {"ch3.rx_freq: 145.50000 -> 146.52000"});
+        row({"ch5.close=false"}, {"ch5.close: true -> false"});
+        row({"CboScan=Carrier"}, {"CboScan: Off -> Carrier"}); // one list of a shared byte
+        row({"tuning.squelch9=40"}, {"tuning.squelch9: 0 -> 40"});
+        row({"0x3E0=5A"}, {"radio_id:  -> Z"});
+        row({"write_date=20240506070809"}, {"write_date:  -> 2024-05-06, 07:08:09"});
+        row({"user_text=Fleet 7"}, {"user_text:  -> Fleet 7"});
+        row({"0x023=55"}, {"byte 0x023: 0x00 -> 0x55"}); // the value of an OFF tone
+        row({"CboRing=On", "0x2BC=A0"}, {"CboRing: Off -> On", "byte 0x2BC: 0x00 -> 0xA0"});
+        // Keys, then bytes by address.
+        row({"0x3F5=01", "CboSQ=5", "0x3F0=02", "ch16.scan=Del"},
             {"ch16.scan: Add -> Del", "CboSQ: 0 -> 5", "byte 0x3F0: 0x00 -> 0x02",
              "byte 0x3F5: 0x00 -> 0x01"});
-    }
-
-    void diff() {
-        QFETCH(QStringList, pairs);
-        QFETCH(QStringList, differences);
-        QStringList seen;
-        for (const ImageDifference& d : diffImages(base(), edited(base(), pairs)))
-            seen << qs(d.key) + ": " + qs(d.a) + " -> " + qs(d.b);
-        QCOMPARE(seen, differences);
     }
 
     // No change goes unlisted: flipping any one bit of a noise image gives a difference.
