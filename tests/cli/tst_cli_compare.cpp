@@ -18,32 +18,24 @@ private:
     QTemporaryDir m_dir;
 
 private slots:
-    void diff_data() {
-        QTest::addColumn<QStringList>("args");
-        QTest::addColumn<int>("status");
-        QTest::addColumn<QString>("out");
-        const auto row = [](const char* name, const QStringList& args, int status,
-                            const char* out) { QTest::newRow(name) << args << status << out; };
-        row("equal", {"a.bin", "a.bin"}, kExitOk, "");
-        row("different", {"a.bin", "b.bin"}, kExitDifferent, "CboSQ: 0 -> 5\n");
-        row("json", {"--json", "a.bin", "b.bin"}, kExitDifferent,
-            "[\n  {\n    \"key\": \"CboSQ\",\n    \"a\": \"0\",\n    \"b\": \"5\"\n  }\n]\n");
-        row("missing file", {"a.bin", "none.bin"}, kExitFileRefused, "");
-        row("one file", {"a.bin"}, kExitUsage, "");
-    }
-
+    // `out` is what diff prints on stdout.
     void diff() {
-        QFETCH(QStringList, args);
-        QFETCH(int, status);
-        QFETCH(QString, out);
         RadioImage b = makeStartImage();
         applyImageEdit(b, "CboSQ", "5");
         writeRaw(m_dir.filePath("a.bin").toStdString(), makeStartImage());
         writeRaw(m_dir.filePath("b.bin").toStdString(), b);
-        args.replaceInStrings(QRegularExpression("^(.*\\.bin)$"), m_dir.filePath("\\1"));
-        const CommandRun run = runCommand(runDiffCommand, argList(args));
-        QCOMPARE(run.status, status);
-        QCOMPARE(QString::fromStdString(run.out), out);
+        const auto row = [this](QStringList args, int status, const char* out) {
+            args.replaceInStrings(QRegularExpression("^(.*\\.bin)$"), m_dir.filePath("\\1"));
+            const CommandRun run = runCommand(runDiffCommand, argList(args));
+            QCOMPARE(run.status, status);
+            QCOMPARE(QString::fromStdString(run.out), QString(out));
+        };
+        row({"a.bin", "a.bin"}, kExitOk, "");
+        row({"a.bin", "b.bin"}, kExitDifferent, "CboSQ: 0 -> 5\n");
+        row({"--json", "a.bin", "b.bin"}, kExitDifferent,
+            "[\n  {\n    \"key\": \"CboSQ\",\n    \"a\": \"0\",\n    \"b\": \"5\"\n  }\n]\n");
+        row({"a.bin", "none.bin"}, kExitFileRefused, "");
+        row({"a.bin"}, kExitUsage, "");
     }
 
     // CH 1 open on 145.5 MHz, then the band 400 - 470MHz. The port does not

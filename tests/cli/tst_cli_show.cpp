@@ -72,88 +72,65 @@ class TestCliShow : public QObject {
     Q_OBJECT
 
 private slots:
-    void jsonAgreesWithTheBytes_data() {
-        QTest::addColumn<QString>("lang");
-        QTest::addColumn<QStringList>("onOff"); // Add/Del, On/Off, High/Low, Wide/Narrow
-        QTest::newRow("en") << "en" << QStringList{"Add",  "Del", "On",   "Off",
-                                                   "High", "Low", "Wide", "Narrow"};
-        QTest::newRow("zh") << "zh" << QStringList{"添加", "删除", "打开", "关闭",
-                                                   "高",   "低",   "宽带", "窄带"};
-    }
-
     void jsonAgreesWithTheBytes() {
-        QFETCH(QString, lang);
-        QFETCH(QStringList, onOff);
-        QTemporaryDir dir;
-        QRandomGenerator random(1234);
-        const std::string file = dir.filePath("image.bin").toStdString();
-        const QStringList tuning =
-            QString("low_battery squelch9 squelch3 ctcss_deviation cdcss_deviation").split(' ');
-        for (int round = 0; round < 12; ++round) {
-            RadioImage image = randomImage(random);
-            if (round % 4 == 0) // no write date
-                image.setAtAddress(0x3C0, round % 8 ? 0x00 : 0xFF);
-            writeRaw(file, image);
-            const CommandRun run =
-                runCommand(runShowCommand, {file, "--json", "--lang", lang.toStdString()});
-            const QJsonObject json =
-                QJsonDocument::fromJson(QByteArray::fromStdString(run.out)).object();
-            QCOMPARE(json["channels"].toArray().size(), 16);
-            QCOMPARE(json["test_channels"].toArray().size(), 11);
-            for (int i = 0; i < 27; ++i) // channels in columns 0x00-0x1F, test channels after
-                compareRecord(i < 16 ? json["channels"][i] : json["test_channels"][i - 16], image,
-                              2 * i, onOff);
-            for (int block = 0; block < 5; ++block) // column 0x5E
-                QCOMPARE(json["tuning"][tuning[block]].toInt(), byteAt(image, 0x5E, block));
-            QCOMPARE(json["bandwidth"]["index"].toInt(), (byteAt(image, 0x57, 4) & 2) ? 1 : 0);
-            const int dateLead = image.atAddress(0x3C0);
-            QCOMPARE(json["write_date"].isNull(), dateLead == 0 || dateLead == 0xFF);
-            QCOMPARE(json["options"].toObject().size(), 15);
-        }
+        // onOff: Add/Del, On/Off, High/Low, Wide/Narrow
+        const auto row = [](const char* lang, const QStringList& onOff) {
+            QTemporaryDir dir;
+            QRandomGenerator random(1234);
+            const std::string file = dir.filePath("image.bin").toStdString();
+            const QStringList tuning =
+                QString("low_battery squelch9 squelch3 ctcss_deviation cdcss_deviation").split(' ');
+            for (int round = 0; round < 12; ++round) {
+                RadioImage image = randomImage(random);
+                if (round % 4 == 0) // no write date
+                    image.setAtAddress(0x3C0, round % 8 ? 0x00 : 0xFF);
+                writeRaw(file, image);
+                const CommandRun run = runCommand(runShowCommand, {file, "--json", "--lang", lang});
+                const QJsonObject json =
+                    QJsonDocument::fromJson(QByteArray::fromStdString(run.out)).object();
+                QCOMPARE(json["channels"].toArray().size(), 16);
+                QCOMPARE(json["test_channels"].toArray().size(), 11);
+                for (int i = 0; i < 27; ++i) // channels in columns 0x00-0x1F, test channels after
+                    compareRecord(i < 16 ? json["channels"][i] : json["test_channels"][i - 16],
+                                  image, 2 * i, onOff);
+                for (int block = 0; block < 5; ++block) // column 0x5E
+                    QCOMPARE(json["tuning"][tuning[block]].toInt(), byteAt(image, 0x5E, block));
+                QCOMPARE(json["bandwidth"]["index"].toInt(), (byteAt(image, 0x57, 4) & 2) ? 1 : 0);
+                const int dateLead = image.atAddress(0x3C0);
+                QCOMPARE(json["write_date"].isNull(), dateLead == 0 || dateLead == 0xFF);
+                QCOMPARE(json["options"].toObject().size(), 15);
+            }
+        };
+        row("en", {"Add", "Del", "On", "Off", "High", "Low", "Wide", "Narrow"});
+        row("zh", {"添加", "删除", "打开", "关闭", "高", "低", "宽带", "窄带"});
     }
 
-    // The band from its byte (radio address 0x2D2), refused files (exit 5, the
+    // The band from its byte (radio address 0x2D2), a refused file (exit 5, the
     // message in the chosen language) and bad command lines (exit 2). FILE in the
-    // arguments is a file with the content, a data file when it has 1360 bytes.
-    void outcomes_data() {
-        QTest::addColumn<QByteArray>("content");
-        QTest::addColumn<QStringList>("args");
-        QTest::addColumn<int>("status");
-        QTest::addColumn<QString>("text"); // expected in the output or the error
+    // arguments is a file with the content, a data file when it has 1360 bytes;
+    // `text` is expected in the output or the error.
+    void outcomes() {
+        const auto row = [](const QByteArray& content, QStringList args, int status, QString text) {
+            QTemporaryDir dir;
+            const QString file = dir.filePath(content.size() == 1360 ? "a.k720" : "a.bin");
+            std::ofstream(file.toStdString(), std::ios::binary)
+                .write(content.constData(), content.size());
+            const CommandRun run =
+                runCommand(runShowCommand, argList(args.replaceInStrings("FILE", file)));
+            QCOMPARE(run.status, status);
+            QVERIFY2(QString::fromStdString(status ? run.err : run.out)
+                         .contains(text.replace("FILE", file)),
+                     run.err.c_str());
+            QCOMPARE(run.out.empty(), status != 0);
+        };
         QByteArray raw(1024, '\0');
         raw[0x2D2] = char(0x59);
-        QTest::newRow("band 0x59") << raw << QStringList{"FILE", "--json"} << 0
-                                   << "\"band_range\": \"465.00000～520.00000 MHz\"";
-        QTest::newRow("short bin")
-            << QByteArray(1023, 0) << QStringList{"FILE"} << kExitFileRefused
-            << "Incorrect File Type. FILE: a raw image has 1024 bytes, this one has 1023";
-        QTest::newRow("k720 bad tag")
-            << QByteArray(1360, 'x').replace(8, 1, "\n") << QStringList{"FILE", "--lang", "zh"}
-            << kExitFileRefused
-            << "文件类型不正确。 FILE: the model tag at bytes 4..9 is \"xxxx\\x0Ax\"";
-        QTest::newRow("two files") << raw << QStringList{"FILE", "FILE"} << kExitUsage << "";
-        QTest::newRow("unknown option")
-            << raw << QStringList{"FILE", "--yaml"} << kExitUsage << "--yaml";
-        QTest::newRow("unknown language")
-            << raw << QStringList{"FILE", "--lang", "fr"} << kExitUsage << "fr";
-    }
-
-    void outcomes() {
-        QFETCH(QByteArray, content);
-        QFETCH(QStringList, args);
-        QFETCH(int, status);
-        QFETCH(QString, text);
-        QTemporaryDir dir;
-        const QString file = dir.filePath(content.size() == 1360 ? "a.k720" : "a.bin");
-        std::ofstream(file.toStdString(), std::ios::binary)
-            .write(content.constData(), content.size());
-        const CommandRun run =
-            runCommand(runShowCommand, argList(args.replaceInStrings("FILE", file)));
-        QCOMPARE(run.status, status);
-        QVERIFY2(
-            QString::fromStdString(status ? run.err : run.out).contains(text.replace("FILE", file)),
-            run.err.c_str());
-        QCOMPARE(run.out.empty(), status != 0);
+        row(raw, {"FILE", "--json"}, 0, "\"band_range\": \"465.00000～520.00000 MHz\"");
+        row(QByteArray(1360, 'x').replace(8, 1, "\n"), {"FILE", "--lang", "zh"}, kExitFileRefused,
+            "文件类型不正确。 FILE: the model tag at bytes 4..9 is \"xxxx\\x0Ax\"");
+        row(raw, {"FILE", "FILE"}, kExitUsage, "");
+        row(raw, {"FILE", "--yaml"}, kExitUsage, "--yaml");
+        row(raw, {"FILE", "--lang", "fr"}, kExitUsage, "fr");
     }
 };
 

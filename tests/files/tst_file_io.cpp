@@ -216,7 +216,7 @@ private slots:
             QCOMPARE(plain ? int(fs::file_size(t)) : 0,
                      why.isEmpty() ? 1360 : int(thing == "file"));
             QVERIFY(fs::is_character_file("/dev/null"));
-            for (const fs::path folder : {dir, dir / "sub", fs::path("/dev")})
+            for (const fs::path& folder : {dir, dir / "sub", fs::path("/dev")})
                 for (const auto& entry : fs::directory_iterator(folder))
                     QVERIFY(entry.path().string().find(".zr310-") == std::string::npos);
         };

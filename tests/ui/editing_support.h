@@ -9,6 +9,7 @@
 
 #include <QCheckBox>
 #include <QComboBox>
+#include <QMap>
 
 // The bytes that differ between two images, "107=10 380=08" (linear offset
 // and new value, hex), so a table row can say exactly what an edit wrote.
@@ -73,37 +74,22 @@ inline void focusCell(QWidget* window, int row, int column) {
     grid->setCurrentCell(row, column);
 }
 
-// A grid colour by letter: N the grid's text, g the system's grey text,
-// G green 0x608030, R dark red 0x000090, M mid grey 0x808080 (0x00BBGGRR).
-inline QColor gridColour(QChar letter, QWidget* window) {
-    QTableWidget* grid = channelGrid(window);
-    switch (letter.toLatin1()) {
-    case 'G':
-        return QColor(0x30, 0x80, 0x60);
-    case 'R':
-        return QColor(0x90, 0, 0);
-    case 'M':
-        return QColor(0x80, 0x80, 0x80);
-    case 'g':
-        return grid->parentWidget()->palette().color(QPalette::Disabled, QPalette::WindowText);
-    default:
-        return grid->palette().color(QPalette::Text);
-    }
-}
-
-// The colours of cells 1..8 of a row as letters.
+// The colours of cells 1..8 of a row as letters: N the grid's text, g the
+// system's grey text, G green 0x608030, R dark red 0x000090, M mid grey
+// 0x808080 (0x00BBGGRR), ? any other.
 inline QString rowColours(QWidget* window, int row) {
-    QString letters;
+    QTableWidget* grid = channelGrid(window);
+    const QColor grey =
+        grid->parentWidget()->palette().color(QPalette::Disabled, QPalette::WindowText);
+    // Inserted in order: N wins should the grid's text be the grey.
+    const QMap<QRgb, QChar> letters{{qRgb(0x30, 0x80, 0x60), 'G'},
+                                    {qRgb(0x90, 0, 0), 'R'},
+                                    {qRgb(0x80, 0x80, 0x80), 'M'},
+                                    {grey.rgb(), 'g'},
+                                    {grid->palette().color(QPalette::Text).rgb(), 'N'}};
+    QString colours;
     for (int column = 1; column <= 8; ++column) {
-        const QColor colour = cell(window, row, column)->foreground().color();
-        QChar found = '?';
-        for (QChar letter : QStringLiteral("NgGRM")) {
-            if (gridColour(letter, window) == colour) {
-                found = letter;
-                break;
-            }
-        }
-        letters += found;
+        colours += letters.value(cell(window, row, column)->foreground().color().rgb(), '?');
     }
-    return letters;
+    return colours;
 }

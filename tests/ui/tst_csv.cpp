@@ -10,43 +10,34 @@ using namespace zr310;
 class TestCsv : public QObject {
     Q_OBJECT
 private slots:
-    void importAndUndo_data() {
-        QTest::addColumn<QByteArray>("csv");
-        QTest::addColumn<QString>("shown"); // CH 2's RX Freq after the import
-        QTest::addColumn<QString>("refusal");
-        QTest::newRow("taken") << QByteArray("Location,Frequency,Tone\r\n2,146.52,TSQL\r\n")
-                               << "146.52000"
-                               << "";
-        QTest::newRow("refused") << QByteArray("Location,Frequency\n2,146.52\n3,440\n")
-                                 << "145.51250"
-                                 << "line 3: 440.000000 MHz is outside the band 136 - 174MHz";
-    }
-
+    // `shown`: CH 2's RX Freq after the import.
     void importAndUndo() {
-        QFETCH(QByteArray, csv);
-        QFETCH(QString, shown);
-        QFETCH(QString, refusal);
-        QTemporaryDir dir;
-        QFile file(dir.filePath("channels.csv"));
-        QVERIFY(file.open(QIODevice::WriteOnly) && file.write(csv) == csv.size());
-        file.close();
-        auto window = editingWindow();
-        const RadioImage before = window->image();
+        const auto row = [](const QByteArray& csv, const QString& shown, const QString& refusal) {
+            QTemporaryDir dir;
+            QFile file(dir.filePath("channels.csv"));
+            QVERIFY(file.open(QIODevice::WriteOnly) && file.write(csv) == csv.size());
+            file.close();
+            auto window = editingWindow();
+            const RadioImage before = window->image();
 
-        ModalAnswerer answers;
-        answers.answerFileDialog(file.fileName());
-        trigger(window.get(), "menuFileImportCsv");
-        QStringList log{seen("dlgCsv", 1136)};
-        if (!refusal.isEmpty()) {
-            log << seen("msgBox", 1121, text(1138) + '\n' + refusal);
-        }
-        QCOMPARE(answers.log(), log);
-        QCOMPARE(cell(window.get(), 2, 1)->text(), shown);
+            ModalAnswerer answers;
+            answers.answerFileDialog(file.fileName());
+            trigger(window.get(), "menuFileImportCsv");
+            QStringList log{seen("dlgCsv", 1136)};
+            if (!refusal.isEmpty()) {
+                log << seen("msgBox", 1121, text(1138) + '\n' + refusal);
+            }
+            QCOMPARE(answers.log(), log);
+            QCOMPARE(cell(window.get(), 2, 1)->text(), shown);
 
-        QCOMPARE(child<QAction>(window.get(), "MenuEditUndo")->isEnabled(), refusal.isEmpty());
-        trigger(window.get(), "MenuEditUndo");
-        QVERIFY(window->image() == before);
-        QCOMPARE(cell(window.get(), 2, 1)->text(), QString("145.51250"));
+            QCOMPARE(child<QAction>(window.get(), "MenuEditUndo")->isEnabled(), refusal.isEmpty());
+            trigger(window.get(), "MenuEditUndo");
+            QVERIFY(window->image() == before);
+            QCOMPARE(cell(window.get(), 2, 1)->text(), QString("145.51250"));
+        };
+        row("Location,Frequency,Tone\r\n2,146.52,TSQL\r\n", "146.52000", "");
+        row("Location,Frequency\n2,146.52\n3,440\n", "145.51250",
+            "line 3: 440.000000 MHz is outside the band 136 - 174MHz");
     }
 };
 

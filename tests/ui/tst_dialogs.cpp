@@ -15,88 +15,66 @@ using namespace zr310;
 class TestDialogs : public QObject {
     Q_OBJECT
 private slots:
-    void portDialog_data() {
-        QTest::addColumn<QString>("start");
-        QTest::addColumn<int>("checked"); // COM port index when the dialog opens
-        QTest::addColumn<bool>("ok");
-        QTest::addColumn<QString>("expected");
-        QTest::newRow("OK takes the choice") << "COM2" << 1 << true << "sim";
-        QTest::newRow("Cancel keeps the port") << "COM3" << 2 << false << "COM3";
-        QTest::newRow("the program starts on COM1") << "" << 0 << false << "COM1";
-    }
-
-    // The simulated radio is chosen in the dialog, then the button clicked.
+    // The port in use is checked when the dialog opens (`checked`: COM port
+    // index); the simulated radio is chosen, then OK or Cancel clicked.
     void portDialog() {
-        QFETCH(QString, start);
-        QFETCH(int, checked);
-        QFETCH(bool, ok);
-        QFETCH(QString, expected);
-        auto window = startWindow("en_US", start);
-        ModalAnswerer answers;
-        bool checkedAtStart = false;
-        answers.answer([&](QWidget* dialog) {
-            checkedAtStart =
-                child<QRadioButton>(dialog, QString("OptPort_%1").arg(checked))->isChecked();
-            dialog->findChild<QRadioButton*>("OptPortSim")->setChecked(true);
-            ModalAnswerer::click(dialog,
-                                 child<QAbstractButton>(dialog, ok ? "CmdOK" : "CmdCancel"));
-        });
-        trigger(window.get(), "menuSetup_Port");
-        QCOMPARE(answers.log(), QStringList{seen("frmPort", 1412)});
-        QVERIFY(checkedAtStart);
-        QCOMPARE(window->selectedPort(), expected);
+        const auto row = [](const char* start, int checked, bool ok, const QString& expected) {
+            auto window = startWindow("en_US", start);
+            ModalAnswerer answers;
+            bool checkedAtStart = false;
+            answers.answer([&](QWidget* dialog) {
+                checkedAtStart =
+                    child<QRadioButton>(dialog, QString("OptPort_%1").arg(checked))->isChecked();
+                dialog->findChild<QRadioButton*>("OptPortSim")->setChecked(true);
+                ModalAnswerer::click(dialog,
+                                     child<QAbstractButton>(dialog, ok ? "CmdOK" : "CmdCancel"));
+            });
+            trigger(window.get(), "menuSetup_Port");
+            QCOMPARE(answers.log(), QStringList{seen("frmPort", 1412)});
+            QVERIFY(checkedAtStart);
+            QCOMPARE(window->selectedPort(), expected);
+        };
+        row("COM2", 1, true, "sim");
+        row("COM3", 2, false, "COM3");
+        row("", 0, false, "COM1"); // the program starts on COM1
     }
 
     // The port in use is checked, whatever its name; OK with it untouched
     // keeps that name, and a port the system reports is listed once.
-    // `systemPorts` as the system names them; "LINK" is a link to /dev/null.
-    void portChoices_data() {
-        QTest::addColumn<QStringList>("systemPorts");
-        QTest::addColumn<QString>("current");
-        QTest::addColumn<QString>("checked");
-        QTest::addColumn<QStringList>("added"); // captions after COM1..COM4
-        const auto row = [](const char* name, const QStringList& system, const char* current,
-                            const char* checked, const QStringList& added) {
-            QTest::newRow(name) << system << current << checked << added;
+    // `systemPorts` as the system names them; "LINK" is a link to /dev/null;
+    // `added` the captions after COM1..COM4.
+    void portChoices() {
+        const auto row = [](const QStringList& systemPorts, QString current, const char* checked,
+                            const QStringList& added) {
+            QTemporaryDir dir;
+            if (current == "LINK") {
+                current = dir.filePath("port");
+                QVERIFY(QFile::link("/dev/null", current));
+            }
+            ui::PortChoices choices;
+            choices.systemPorts = systemPorts;
+            ui::FrmPort dialog(current, choices);
+            auto* start = child<QRadioButton>(&dialog, checked);
+            QVERIFY(start && start->isChecked());
+            QStringList captions;
+            for (auto* option : dialog.findChildren<QRadioButton*>()) {
+                if (!option->objectName().startsWith("OptPort_")) {
+                    captions << option->text();
+                }
+            }
+            QCOMPARE(captions, added);
+            QCOMPARE(dialog.selectedPort(), current);
         };
         const QString sim = ui::FrmPort::simulatedRadioCaption();
-        row("COM2", {}, "COM2", "OptPort_1", {sim});
+        row({}, "COM2", "OptPort_1", {sim});
 #ifdef Q_OS_LINUX
-        row("device of COM3", {}, "/dev/ttyS2", "OptPort_2", {sim});
-        row("system name of COM1, listed once", {"ttyS0", "ttyUSB0"}, "ttyS0", "OptPort_0",
-            {"ttyUSB0", sim});
-        row("reported cable by its path", {"ttyUSB0"}, "/dev/ttyUSB0", "OptPortSystem_0",
-            {"ttyUSB0", sim});
-        row("link to a reported port", {"null"}, "LINK", "OptPortSystem_0", {"null", sim});
+        row({}, "/dev/ttyS2", "OptPort_2", {sim});                             // COM3's device
+        row({"ttyS0", "ttyUSB0"}, "ttyS0", "OptPort_0", {"ttyUSB0", sim});     // COM1, once
+        row({"ttyUSB0"}, "/dev/ttyUSB0", "OptPortSystem_0", {"ttyUSB0", sim}); // by its path
+        row({"null"}, "LINK", "OptPortSystem_0", {"null", sim});
 #endif
-        row("unreported pty", {"ttyUSB0"}, "/dev/pts/77", "OptPortCurrent",
-            {"ttyUSB0", "/dev/pts/77", sim});
-        row("simulated radio", {"ttyUSB0"}, "sim", "OptPortSim", {"ttyUSB0", sim});
-    }
-
-    void portChoices() {
-        QFETCH(QStringList, systemPorts);
-        QFETCH(QString, current);
-        QFETCH(QString, checked);
-        QFETCH(QStringList, added);
-        QTemporaryDir dir;
-        if (current == "LINK") {
-            current = dir.filePath("port");
-            QVERIFY(QFile::link("/dev/null", current));
-        }
-        ui::PortChoices choices;
-        choices.systemPorts = systemPorts;
-        ui::FrmPort dialog(current, choices);
-        auto* start = child<QRadioButton>(&dialog, checked);
-        QVERIFY(start && start->isChecked());
-        QStringList captions;
-        for (auto* option : dialog.findChildren<QRadioButton*>()) {
-            if (!option->objectName().startsWith("OptPort_")) {
-                captions << option->text();
-            }
-        }
-        QCOMPARE(captions, added);
-        QCOMPARE(dialog.selectedPort(), current);
+        row({"ttyUSB0"}, "/dev/pts/77", "OptPortCurrent", {"ttyUSB0", "/dev/pts/77", sim});
+        row({"ttyUSB0"}, "sim", "OptPortSim", {"ttyUSB0", sim});
     }
 
     void aboutBox() {
@@ -113,24 +91,17 @@ private slots:
         QVERIFY(about.contains(text(1407, Language::Chinese))); // "Version"
     }
 
-    void help_data() {
-        QTest::addColumn<int>("language");
-        QTest::addColumn<bool>("index");
-        QTest::addColumn<QString>("page");
-        QTest::newRow("contents, English") << 0 << false << "qrc:/help/en/index.html";
-        QTest::newRow("index, Chinese") << 1 << true << "qrc:/help/zh/keywords.html";
-    }
-
     void help() {
-        QFETCH(int, language);
-        QFETCH(bool, index);
-        QFETCH(QString, page);
-        auto window = startWindow(language == 1 ? "zh_CN" : "en_US");
-        trigger(window.get(), index ? "menuHelpID" : "menuhelptext");
-        auto* browser = child<QTextBrowser>(window.get(), "helpBrowser");
-        QVERIFY(browser && browser->window()->isVisible());
-        QCOMPARE(browser->source().toString(), page);
-        QVERIFY(browser->toPlainText().size() > 100);
+        const auto row = [](const char* locale, const char* action, const QString& page) {
+            auto window = startWindow(locale);
+            trigger(window.get(), action);
+            auto* browser = child<QTextBrowser>(window.get(), "helpBrowser");
+            QVERIFY(browser && browser->window()->isVisible());
+            QCOMPARE(browser->source().toString(), page);
+            QVERIFY(browser->toPlainText().size() > 100);
+        };
+        row("en_US", "menuhelptext", "qrc:/help/en/index.html");  // contents
+        row("zh_CN", "menuHelpID", "qrc:/help/zh/keywords.html"); // index
     }
 
     // Every page links only to pages that exist, and both languages have the

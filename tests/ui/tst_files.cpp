@@ -42,41 +42,30 @@ class TestFiles : public QObject {
 private slots:
     // Starting and opening take the reference copy (saving and reading are in
     // unsavedPrompt and the transfer tests).
-    void closingAsksNothing_data() {
-        QTest::addColumn<bool>("open");
-        QTest::newRow("fresh start") << false;
-        QTest::newRow("after open") << true;
-    }
-
     void closingAsksNothing() {
-        QFETCH(bool, open);
-        QTemporaryDir dir;
-        const QString path = writeFile(dir, dataFileBytes());
-        auto window = startWindow();
-        ModalAnswerer answers;
-        if (open) {
-            answers.answerFileDialog(path);
-            trigger(window.get(), "menuFileopen");
-            QCOMPARE(cell(window.get(), 1, 1)->text(), QString("145.51250"));
-            QCOMPARE(window->currentFileName(), path);
-        }
-        QVERIFY(window->close());
-        QCOMPARE(answers.log(), open ? QStringList{seen("dlgOpen", 1050)} : QStringList{});
+        const auto row = [](bool open) {
+            QTemporaryDir dir;
+            const QString path = writeFile(dir, dataFileBytes());
+            auto window = startWindow();
+            ModalAnswerer answers;
+            if (open) {
+                answers.answerFileDialog(path);
+                trigger(window.get(), "menuFileopen");
+                QCOMPARE(cell(window.get(), 1, 1)->text(), QString("145.51250"));
+                QCOMPARE(window->currentFileName(), path);
+            }
+            QVERIFY(window->close());
+            QCOMPARE(answers.log(), open ? QStringList{seen("dlgOpen", 1050)} : QStringList{});
+        };
+        row(false);
+        row(true);
     }
 
-    void refusedFileLeavesEverything_data() {
-        QTest::addColumn<QByteArray>("bytes");
-        const QByteArray good = dataFileBytes();
-        QTest::newRow("one byte short") << good.left(good.size() - 1);
-        QByteArray tag = good;
-        tag[9] = 'm';
-        QTest::newRow("tag differs in case") << tag;
-    }
-
+    // The files suite has each way a file is refused; File > Open says so
+    // and keeps the edited data and its name.
     void refusedFileLeavesEverything() {
-        QFETCH(QByteArray, bytes);
         QTemporaryDir dir;
-        const QString path = writeFile(dir, bytes);
+        const QString path = writeFile(dir, dataFileBytes().chopped(1));
         auto window = startWindow();
         window->image()[0x101] ^= 0x10; // an edit the file must not undo
         const RadioImage before = window->image();
@@ -94,113 +83,94 @@ private slots:
         QCOMPARE(window->currentFileName(), fileName);
     }
 
-    void unsavedPrompt_data() {
-        QTest::addColumn<int>("answer");
-        QTest::addColumn<bool>("closes");
-        QTest::addColumn<bool>("saves");
-        QTest::newRow("Yes saves and closes") << int(QMessageBox::Yes) << true << true;
-        QTest::newRow("No closes") << int(QMessageBox::No) << true << false;
-        QTest::newRow("Cancel stays") << int(QMessageBox::Cancel) << false << false;
-    }
-
+    // File > Exit with an edit: Yes saves (the first save asks for a name)
+    // and closes, No closes, Cancel stays.
     void unsavedPrompt() {
-        QFETCH(int, answer);
-        QFETCH(bool, closes);
-        QFETCH(bool, saves);
-        QTemporaryDir dir;
-        const QString target = dir.filePath("saved.k720");
-        auto window = startWindow();
-        window->image()[0x101] ^= 0x10; // one bit of channel 1
-        const int edited = window->image()[0x101];
+        const auto row = [](QMessageBox::StandardButton answer, bool closes, bool saves) {
+            QTemporaryDir dir;
+            const QString target = dir.filePath("saved.k720");
+            auto window = startWindow();
+            window->image()[0x101] ^= 0x10; // one bit of channel 1
+            const int edited = window->image()[0x101];
 
-        ModalAnswerer answers;
-        answers.answerBox(static_cast<QMessageBox::StandardButton>(answer));
-        answers.answerFileDialog(target); // the first save asks for a name
-        trigger(window.get(), "menuFileExit");
+            ModalAnswerer answers;
+            answers.answerBox(answer);
+            answers.answerFileDialog(target);
+            trigger(window.get(), "menuFileExit");
 
-        QCOMPARE(answers.log().first(), seen("msgBox", 1410, text(1123)));
-        QCOMPARE(window->isVisible(), !closes);
-        QCOMPARE(QFile::exists(target), saves);
-        if (saves) {
-            RadioImage reread;
-            QVERIFY(openDataFile(target.toStdString(), reread).ok());
-            QCOMPARE(int(reread[0x101]), edited);
-            QVERIFY(!window->isModified());
-        }
+            QCOMPARE(answers.log().first(), seen("msgBox", 1410, text(1123)));
+            QCOMPARE(window->isVisible(), !closes);
+            QCOMPARE(QFile::exists(target), saves);
+            if (saves) {
+                RadioImage reread;
+                QVERIFY(openDataFile(target.toStdString(), reread).ok());
+                QCOMPARE(int(reread[0x101]), edited);
+                QVERIFY(!window->isModified());
+            }
+        };
+        row(QMessageBox::Yes, true, true);
+        row(QMessageBox::No, true, false);
+        row(QMessageBox::Cancel, false, false);
     }
 
     // `zr310 FILE`: the file opens once the window shows; one it refuses
     // leaves the start data and says why.
-    void openAtStart_data() {
-        QTest::addColumn<QByteArray>("bytes");
-        QTest::addColumn<QStringList>("windows");
-        QTest::newRow("data file") << dataFileBytes() << QStringList{};
-        QTest::newRow("not a data file")
-            << QByteArray("hello") << QStringList{seen("msgBox", 1104, text(1124))};
-    }
-
     void openAtStart() {
-        QFETCH(QByteArray, bytes);
-        QFETCH(QStringList, windows);
-        QTemporaryDir dir;
-        zr310::ui::StartOptions options;
-        options.locale = QLocale("en_US");
-        options.fileToOpen = writeFile(dir, bytes);
-        zr310::ui::MainForm window(options);
-        ModalAnswerer answers;
-        window.showAndOpen();
-        QCOMPARE(answers.log(), windows);
-        const bool opened = windows.isEmpty();
-        QCOMPARE(cell(&window, 1, 1)->text(), opened ? QString("145.51250") : QString("000.00000"));
-        QCOMPARE(window.currentFileName() == options.fileToOpen, opened);
+        const auto row = [](const QByteArray& bytes, const QStringList& windows) {
+            QTemporaryDir dir;
+            zr310::ui::StartOptions options;
+            options.locale = QLocale("en_US");
+            options.fileToOpen = writeFile(dir, bytes);
+            zr310::ui::MainForm window(options);
+            ModalAnswerer answers;
+            window.showAndOpen();
+            QCOMPARE(answers.log(), windows);
+            const bool opened = windows.isEmpty();
+            QCOMPARE(cell(&window, 1, 1)->text(),
+                     opened ? QString("145.51250") : QString("000.00000"));
+            QCOMPARE(window.currentFileName() == options.fileToOpen, opened);
+        };
+        row(dataFileBytes(), {});
+        row("hello", {seen("msgBox", 1104, text(1124))});
     }
 
     // A file dropped on the window opens, after the question when there are
     // edits; anything but one .k720 or .bin file is not taken.
-    void dropOpens_data() {
-        QTest::addColumn<QString>("name");
-        QTest::addColumn<bool>("edited");
-        QTest::addColumn<int>("answer");
-        QTest::addColumn<bool>("opens");
-        const int none = QMessageBox::NoButton;
-        QTest::newRow("no edits") << "data.k720" << false << none << true;
-        QTest::newRow("raw image") << "RADIO.BIN" << false << none << true;
-        QTest::newRow("edits, No") << "data.k720" << true << int(QMessageBox::No) << true;
-        QTest::newRow("edits, Cancel") << "data.k720" << true << int(QMessageBox::Cancel) << false;
-        QTest::newRow("other file") << "data.txt" << false << none << false;
-    }
-
     void dropOpens() {
-        QFETCH(QString, name);
-        QFETCH(bool, edited);
-        QFETCH(int, answer);
-        QFETCH(bool, opens);
-        QTemporaryDir dir;
-        RadioImage dropped = makeStartImage();
-        dropped[0x101] ^= 0x20;
-        const QString path = dir.filePath(name);
-        QVERIFY(saveImageFile(path.toStdString(), dropped, DateTime{2008, 3, 7, 9, 5, 3}).ok());
-        auto window = startWindow();
-        if (edited) {
-            window->image()[0x102] ^= 0x01;
-        }
-        const RadioImage before = window->image();
+        const auto row = [](const QString& name, bool edited, QMessageBox::StandardButton answer,
+                            bool opens) {
+            QTemporaryDir dir;
+            RadioImage dropped = makeStartImage();
+            dropped[0x101] ^= 0x20;
+            const QString path = dir.filePath(name);
+            QVERIFY(saveImageFile(path.toStdString(), dropped, DateTime{2008, 3, 7, 9, 5, 3}).ok());
+            auto window = startWindow();
+            if (edited) {
+                window->image()[0x102] ^= 0x01;
+            }
+            const RadioImage before = window->image();
 
-        ModalAnswerer answers;
-        answers.answerBox(static_cast<QMessageBox::StandardButton>(answer));
-        QMimeData data;
-        data.setUrls({QUrl::fromLocalFile(path)});
-        QDragEnterEvent enter(QPoint(10, 10), Qt::CopyAction, &data, Qt::LeftButton, {});
-        QApplication::sendEvent(window.get(), &enter);
-        QCOMPARE(enter.isAccepted(), name != "data.txt");
-        if (enter.isAccepted()) {
-            QDropEvent drop(QPointF(10, 10), Qt::CopyAction, &data, Qt::LeftButton, {});
-            QApplication::sendEvent(window.get(), &drop);
-        }
-        QTest::qWait(50);
-        QCOMPARE(answers.log().size(), edited ? 1 : 0);
-        QVERIFY(window->image() == (opens ? dropped : before));
-        QCOMPARE(window->currentFileName() == path, opens);
+            ModalAnswerer answers;
+            answers.answerBox(answer);
+            QMimeData data;
+            data.setUrls({QUrl::fromLocalFile(path)});
+            QDragEnterEvent enter(QPoint(10, 10), Qt::CopyAction, &data, Qt::LeftButton, {});
+            QApplication::sendEvent(window.get(), &enter);
+            QCOMPARE(enter.isAccepted(), name != "data.txt");
+            if (enter.isAccepted()) {
+                QDropEvent drop(QPointF(10, 10), Qt::CopyAction, &data, Qt::LeftButton, {});
+                QApplication::sendEvent(window.get(), &drop);
+            }
+            QCoreApplication::processEvents(); // the drop opens the file once it is over
+            QCOMPARE(answers.log().size(), edited ? 1 : 0);
+            QVERIFY(window->image() == (opens ? dropped : before));
+            QCOMPARE(window->currentFileName() == path, opens);
+        };
+        row("data.k720", false, QMessageBox::NoButton, true);
+        row("RADIO.BIN", false, QMessageBox::NoButton, true);
+        row("data.k720", true, QMessageBox::No, true);
+        row("data.k720", true, QMessageBox::Cancel, false);
+        row("data.txt", false, QMessageBox::NoButton, false);
     }
 };
 

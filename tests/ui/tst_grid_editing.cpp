@@ -11,144 +11,105 @@ private slots:
     // option flags 0x107). `setup`: blank, notx, narrow (the radio-wide W/N),
     // flags (all four option flags set first). `opens`: box, dialog or
     // nothing. Toggles are clicked twice: the second click restores all.
-    void clickRules_data() {
-        QTest::addColumn<int>("column");
-        QTest::addColumn<QString>("setup");
-        QTest::addColumn<QString>("changes");
-        QTest::addColumn<QString>("word");
-        QTest::addColumn<QString>("colours");
-        QTest::addColumn<QString>("opens");
-        const auto row = [](const char* name, int column, const QString& setup,
-                            const QString& changes, const QString& word, const QString& colours,
-                            const QString& opens) {
-            QTest::newRow(name) << column << setup << changes << word << colours << opens;
-        };
-        row("scan to Del", 5, "", "107=10", "Del", "NNNNRRGG", "");
-        row("scan to Add", 5, "flags", "107=25", "Add", "NNNNGGRR", "");
-        row("busy lock on", 6, "", "107=04", "On", "NNNNGGGG", "");
-        row("busy lock, no TX", 6, "notx", "", "Off", "NNggGggG", "");
-        row("power low", 7, "", "107=20", "Low", "NNNNGRRG", "");
-        row("power, no TX", 7, "notx", "107=20", "Low", "NNggGggG", "");
-        row("narrow", 8, "", "107=01", "Narrow", "NNNNGRGR", "");
-        row("wide", 8, "flags", "107=34", "Wide", "NNNNRGRG", "");
-        row("W/N, narrow radio", 8, "narrow", "", "Wide", "NNNNGRGM", "");
-        row("scan, blank", 5, "blank", "", "Add", "gggggggg", "");
-        row("power, blank", 7, "blank", "", "High", "gggggggg", "");
-        row("rx freq", 1, "", "", "", "NNNNGRGG", "box");
-        row("tx freq", 3, "", "", "", "NNNNGRGG", "box");
-        row("tx freq, no TX", 3, "notx", "", "", "NNggGggG", "");
-        row("rx tone", 2, "", "", "", "NNNNGRGG", "dialog");
-        row("tx tone", 4, "", "", "", "NNNNGRGG", "dialog");
-        row("tx tone, no TX", 4, "notx", "", "", "NNggGggG", "");
-    }
-
     void clickRules() {
-        QFETCH(int, column);
-        QFETCH(QString, setup);
-        QFETCH(QString, changes);
-        QFETCH(QString, word);
-        QFETCH(QString, colours);
-        QFETCH(QString, opens);
-        auto window = editingWindow();
-        RadioImage& image = window->image();
-        auto channel = ChannelRecord::channel(image, 4);
-        channel.setOpen(setup != "blank");
-        channel.setTxAllowed(setup != "notx");
-        if (setup == "flags") {
-            image[0x107] = 0x35;
-        }
-        if (setup == "narrow") {
-            image[0x257] |= 0x02;
-        }
-        window->ReFlashData();
-        const RadioImage before = image;
+        const auto row = [](int column, const QString& setup, const QString& changes,
+                            const QString& word, const QString& colours, const QString& opens) {
+            auto window = editingWindow();
+            RadioImage& image = window->image();
+            auto channel = ChannelRecord::channel(image, 4);
+            channel.setOpen(setup != "blank");
+            channel.setTxAllowed(setup != "notx");
+            if (setup == "flags") {
+                image[0x107] = 0x35;
+            }
+            if (setup == "narrow") {
+                image[0x257] |= 0x02;
+            }
+            window->ReFlashData();
+            const RadioImage before = image;
 
-        ModalAnswerer answers;
-        clickCell(window.get(), 4, column);
-        QCOMPARE(inputBox(window.get())->isVisible(), opens == "box");
-        QCOMPARE(answers.log().size(), opens == "dialog" ? 1 : 0);
-        QCOMPARE(changedBytes(before, image), changes);
-        if (!word.isEmpty()) {
-            QCOMPARE(cell(window.get(), 4, column)->text(), word);
-        }
-        QCOMPARE(rowColours(window.get(), 4), colours);
-
-        if (opens.isEmpty()) {
+            ModalAnswerer answers;
             clickCell(window.get(), 4, column);
-            QCOMPARE(changedBytes(before, image), QString());
-        }
+            QCOMPARE(inputBox(window.get())->isVisible(), opens == "box");
+            QCOMPARE(answers.log().size(), opens == "dialog" ? 1 : 0);
+            QCOMPARE(changedBytes(before, image), changes);
+            if (!word.isEmpty()) {
+                QCOMPARE(cell(window.get(), 4, column)->text(), word);
+            }
+            QCOMPARE(rowColours(window.get(), 4), colours);
+            if (opens.isEmpty()) {
+                clickCell(window.get(), 4, column);
+                QCOMPARE(changedBytes(before, image), QString());
+            }
+        };
+        row(5, "", "107=10", "Del", "NNNNRRGG", "");
+        row(6, "", "107=04", "On", "NNNNGGGG", "");
+        row(6, "notx", "", "Off", "NNggGggG", ""); // busy lock needs TX
+        row(7, "", "107=20", "Low", "NNNNGRRG", "");
+        row(7, "notx", "107=20", "Low", "NNggGggG", "");
+        row(8, "flags", "107=34", "Wide", "NNNNRGRG", "");
+        row(8, "narrow", "", "Wide", "NNNNGRGM", "");
+        row(5, "blank", "", "Add", "gggggggg", "");
+        row(1, "", "", "", "NNNNGRGG", "box");
+        row(3, "", "", "", "NNNNGRGG", "box");
+        row(3, "notx", "", "", "NNggGggG", "");
+        row(4, "", "", "", "NNNNGRGG", "dialog");
+        row(4, "notx", "", "", "NNggGggG", "");
     }
 
     // Close, No TX and Simplex on channel 2 (receive flags 0x102, transmit
     // flags 0x382). Simplex copies the receive frequency, step and tone.
-    void channelBoxes_data() {
-        QTest::addColumn<QString>("box");
-        QTest::addColumn<bool>("startBlank");
-        QTest::addColumn<QString>("changes");
-        QTest::addColumn<QString>("colours");
-        QTest::addColumn<bool>("noTxEnabled");
-        const auto row = [](const char* name, const QString& box, bool startBlank,
-                            const QString& changes, const QString& colours, bool noTxEnabled) {
-            QTest::newRow(name) << box << startBlank << changes << colours << noTxEnabled;
-        };
-        row("close", "chkClose", false, "102=34", "gggggggg", false);
-        row("open again", "chkClose", true, "102=3C", "NNNNGRGG", true);
-        row("no TX", "chkForbidTx", false, "382=04", "NNggGggG", true);
-        row("no TX, blank", "chkForbidTx", true, "", "gggggggg", false);
-        // 145.5125 MHz = 23282 steps (0x5AF2) of 6.25 kHz; CTC 88.5 = 0x0885.
-        row("simplex", "chkSameFreq", false, "003=85 083=08 282=F2 302=5A 382=3C", "NNNNGRGG",
-            true);
-    }
-
     void channelBoxes() {
-        QFETCH(QString, box);
-        QFETCH(bool, startBlank);
-        QFETCH(QString, changes);
-        QFETCH(QString, colours);
-        QFETCH(bool, noTxEnabled);
-        auto window = editingWindow();
-        auto channel = ChannelRecord::channel(window->image(), 2);
-        channel.setTone(Side::Receive, {ToneKind::Ctcss, 0x0885});
-        channel.setOpen(!startBlank);
-        window->ReFlashData();
-        const RadioImage before = window->image();
+        const auto row = [](const char* box, bool startBlank, const QString& changes,
+                            const QString& colours, bool noTxEnabled) {
+            auto window = editingWindow();
+            auto channel = ChannelRecord::channel(window->image(), 2);
+            channel.setTone(Side::Receive, {ToneKind::Ctcss, 0x0885});
+            channel.setOpen(!startBlank);
+            window->ReFlashData();
+            const RadioImage before = window->image();
 
-        QCheckBox* target = channelBox(window.get(), box.toLatin1(), 2);
-        if (target->isEnabled()) {
-            QTest::mouseClick(target, Qt::LeftButton);
-        }
-        QCOMPARE(changedBytes(before, window->image()), changes);
-        QCOMPARE(rowColours(window.get(), 2), colours);
-        QCOMPARE(channelBox(window.get(), "chkForbidTx", 2)->isEnabled(), noTxEnabled);
-        if (box == "chkSameFreq") {
-            QCOMPARE(cell(window.get(), 2, 3)->text(), QString("145.51250"));
-            QCOMPARE(cell(window.get(), 2, 4)->text(), QString("CTC 88.5"));
-            // Unticked, the cells keep their texts.
-            QTest::mouseClick(target, Qt::LeftButton);
-            QVERIFY(!target->isChecked());
-            QCOMPARE(cell(window.get(), 2, 3)->text(), QString("145.51250"));
-        }
+            QCheckBox* target = channelBox(window.get(), box, 2);
+            if (target->isEnabled()) {
+                QTest::mouseClick(target, Qt::LeftButton);
+            }
+            QCOMPARE(changedBytes(before, window->image()), changes);
+            QCOMPARE(rowColours(window.get(), 2), colours);
+            QCOMPARE(channelBox(window.get(), "chkForbidTx", 2)->isEnabled(), noTxEnabled);
+            if (QString(box) == "chkSameFreq") {
+                QCOMPARE(cell(window.get(), 2, 3)->text(), QString("145.51250"));
+                QCOMPARE(cell(window.get(), 2, 4)->text(), QString("CTC 88.5"));
+                // Unticked, the cells keep their texts.
+                QTest::mouseClick(target, Qt::LeftButton);
+                QVERIFY(!target->isChecked());
+                QCOMPARE(cell(window.get(), 2, 3)->text(), QString("145.51250"));
+            }
+        };
+        row("chkClose", false, "102=34", "gggggggg", false);
+        row("chkClose", true, "102=3C", "NNNNGRGG", true);
+        row("chkForbidTx", false, "382=04", "NNggGggG", true);
+        row("chkForbidTx", true, "", "gggggggg", false);
+        // 145.5125 MHz = 23282 steps (0x5AF2) of 6.25 kHz; CTC 88.5 = 0x0885.
+        row("chkSameFreq", false, "003=85 083=08 282=F2 302=5A 382=3C", "NNNNGRGG", true);
     }
 
     // While Simplex is ticked, the transmit side follows receive edits; an
     // edit of the transmit side ends it.
     void simplexFollowsReceive() {
         auto window = editingWindow();
+        const auto type = [&](int column, const char* typed) {
+            clickCell(window.get(), 3, column);
+            QTest::keyClicks(inputBox(window.get()), typed);
+            QTest::keyClick(inputBox(window.get()), Qt::Key_Return);
+        };
         QTest::mouseClick(channelBox(window.get(), "chkSameFreq", 3), Qt::LeftButton);
-        clickCell(window.get(), 3, 1);
-        QTest::keyClicks(inputBox(window.get()), "150.025");
-        QTest::keyClick(inputBox(window.get()), Qt::Key_Return);
+        type(1, "150.025");
         QCOMPARE(cell(window.get(), 3, 3)->text(), QString("150.02500"));
         const auto tx = ChannelView(window->image(), channelColumn(3)).frequency(Side::Transmit);
         QCOMPARE(tx, (FrequencyCode{24004, true}));
-
-        clickCell(window.get(), 3, 3);
-        QTest::keyClicks(inputBox(window.get()), "151");
-        QTest::keyClick(inputBox(window.get()), Qt::Key_Return);
+        type(3, "151");
         QVERIFY(!channelBox(window.get(), "chkSameFreq", 3)->isChecked());
-        clickCell(window.get(), 3, 1);
-        QTest::keyClicks(inputBox(window.get()), "152");
-        QTest::keyClick(inputBox(window.get()), Qt::Key_Return);
+        type(1, "152");
         QCOMPARE(cell(window.get(), 3, 3)->text(), QString("151.00000"));
     }
 
@@ -156,95 +117,70 @@ private slots:
     // (the transmit side too while Simplex is ticked), Cancel leaves both; the
     // cell is yellow while the dialog is open. Channel 2: receive flags 0x102
     // (0x0C before), receive tone value 0x182/0x202.
-    void signallingFromGrid_data() {
-        QTest::addColumn<bool>("simplex");
-        QTest::addColumn<bool>("ok");
-        QTest::addColumn<QString>("changes");
-        const auto row = [](const char* name, bool simplex, bool ok, const QString& changes) {
-            QTest::newRow(name) << simplex << ok << changes;
-        };
-        row("OK", false, true, "102=7C 182=13");
-        row("Cancel", false, false, "");
-        row("OK, simplex", true, true, "003=13 102=7C 182=13 382=7C");
-    }
-
     void signallingFromGrid() {
-        QFETCH(bool, simplex);
-        QFETCH(bool, ok);
-        QFETCH(QString, changes);
-        auto window = editingWindow();
-        if (simplex) {
-            QTest::mouseClick(channelBox(window.get(), "chkSameFreq", 2), Qt::LeftButton);
-        }
-        const RadioImage before = window->image();
-        QColor background;
-        ModalAnswerer answers;
-        answers.answer([&](QWidget* dialog) {
-            background = cell(window.get(), 2, 2)->background().color();
-            child<QAbstractButton>(dialog, "OptDCS")->click();
-            child<QComboBox>(dialog, "CboDCS")->setEditText("023");
-            child<QAbstractButton>(dialog, "ChkDCS")->click();
-            ModalAnswerer::click(dialog,
-                                 child<QAbstractButton>(dialog, ok ? "CmdOK" : "CmdCancel"));
-        });
-        clickCell(window.get(), 2, 2);
-        QCOMPARE(background, QColor(Qt::yellow));
-        QVERIFY(!cell(window.get(), 2, 2)->data(Qt::BackgroundRole).isValid());
-        QCOMPARE(changedBytes(before, window->image()), changes);
-        QCOMPARE(cell(window.get(), 2, 2)->text(), QString(ok ? "-DCS 023" : "OFF"));
-        QCOMPARE(cell(window.get(), 2, 4)->text(), QString(ok && simplex ? "-DCS 023" : "OFF"));
-    }
-
-    // The keys of a spreadsheet on channel 1.
-    void keyboard_data() {
-        QTest::addColumn<int>("column");
-        QTest::addColumn<int>("key");
-        QTest::addColumn<QString>("typed");
-        const auto row = [](const char* name, int column, int key, const QString& typed,
-                            const QString& result) {
-            QTest::newRow(name) << column << key << typed << result;
+        const auto row = [](bool simplex, bool ok, const QString& changes) {
+            auto window = editingWindow();
+            if (simplex) {
+                QTest::mouseClick(channelBox(window.get(), "chkSameFreq", 2), Qt::LeftButton);
+            }
+            const RadioImage before = window->image();
+            QColor background;
+            ModalAnswerer answers;
+            answers.answer([&](QWidget* dialog) {
+                background = cell(window.get(), 2, 2)->background().color();
+                child<QAbstractButton>(dialog, "OptDCS")->click();
+                child<QComboBox>(dialog, "CboDCS")->setEditText("023");
+                child<QAbstractButton>(dialog, "ChkDCS")->click();
+                ModalAnswerer::click(dialog,
+                                     child<QAbstractButton>(dialog, ok ? "CmdOK" : "CmdCancel"));
+            });
+            clickCell(window.get(), 2, 2);
+            QCOMPARE(background, QColor(Qt::yellow));
+            QVERIFY(!cell(window.get(), 2, 2)->data(Qt::BackgroundRole).isValid());
+            QCOMPARE(changedBytes(before, window->image()), changes);
+            QCOMPARE(cell(window.get(), 2, 2)->text(), QString(ok ? "-DCS 023" : "OFF"));
+            QCOMPARE(cell(window.get(), 2, 4)->text(), QString(ok && simplex ? "-DCS 023" : "OFF"));
         };
-        QTest::addColumn<QString>("result"); // box:TEXT, dialog, bytes, move:R,C
-        row("Enter on a frequency", 1, int(Qt::Key_Return), "", "box:145.51250");
-        row("F2 on a frequency", 3, int(Qt::Key_F2), "", "box:146.00000");
-        row("a digit", 1, 0, "4", "box:4");
-        row("a digit on a tone", 2, 0, "4", "move:1,2");
-        row("Enter on a tone", 2, int(Qt::Key_Return), "", "dialog");
-        row("Space on a toggle", 6, int(Qt::Key_Space), "", "bytes:101=04");
-        row("Right", 8, int(Qt::Key_Right), "", "move:1,8");
-        row("Down", 8, int(Qt::Key_Down), "", "move:2,8");
-        row("Left stops at RX Freq", 1, int(Qt::Key_Left), "", "move:1,1");
-        row("Tab", 4, int(Qt::Key_Tab), "", "move:1,5");
-        row("Tab at the row end", 8, int(Qt::Key_Tab), "", "move:2,1");
+        row(false, true, "102=7C 182=13");
+        row(false, false, "");
+        row(true, true, "003=13 102=7C 182=13 382=7C");
     }
 
+    // The keys of a spreadsheet on channel 1, Qt's own moves aside. `result`:
+    // box:TEXT, dialog, bytes:CHANGES or move:ROW,COLUMN.
     void keyboard() {
-        QFETCH(int, column);
-        QFETCH(int, key);
-        QFETCH(QString, typed);
-        QFETCH(QString, result);
-        auto window = editingWindow();
-        const RadioImage before = window->image();
-        focusCell(window.get(), 1, column);
-        ModalAnswerer answers;
-        QTableWidget* grid = channelGrid(window.get());
-        if (key != 0) {
-            QTest::keyClick(grid, Qt::Key(key));
-        } else {
-            QTest::keyClicks(grid, typed);
-        }
-        const QString kind = result.section(':', 0, 0);
-        const QString value = result.section(':', 1);
-        QCOMPARE(inputBox(window.get())->isVisible(), kind == "box");
-        QCOMPARE(answers.log().size(), kind == "dialog" ? 1 : 0);
-        if (kind == "box") {
-            QCOMPARE(inputBox(window.get())->text(), value);
-        } else if (kind == "bytes") {
-            QCOMPARE(changedBytes(before, window->image()), value);
-        } else if (kind == "move") {
-            const QString at = QString("%1,%2").arg(grid->currentRow()).arg(grid->currentColumn());
-            QCOMPARE(at, value);
-        }
+        const auto row = [](int column, int key, const QString& typed, const QString& result) {
+            auto window = editingWindow();
+            const RadioImage before = window->image();
+            focusCell(window.get(), 1, column);
+            ModalAnswerer answers;
+            QTableWidget* grid = channelGrid(window.get());
+            if (key != 0) {
+                QTest::keyClick(grid, Qt::Key(key));
+            } else {
+                QTest::keyClicks(grid, typed);
+            }
+            const QString kind = result.section(':', 0, 0);
+            const QString value = result.section(':', 1);
+            QCOMPARE(inputBox(window.get())->isVisible(), kind == "box");
+            QCOMPARE(answers.log().size(), kind == "dialog" ? 1 : 0);
+            if (kind == "box") {
+                QCOMPARE(inputBox(window.get())->text(), value);
+            } else if (kind == "bytes") {
+                QCOMPARE(changedBytes(before, window->image()), value);
+            } else if (kind == "move") {
+                QCOMPARE(QString("%1,%2").arg(grid->currentRow()).arg(grid->currentColumn()),
+                         value);
+            }
+        };
+        row(1, Qt::Key_Return, "", "box:145.51250");
+        row(3, Qt::Key_F2, "", "box:146.00000");
+        row(1, 0, "4", "box:4");
+        row(2, 0, "4", "move:1,2"); // a digit on a tone
+        row(2, Qt::Key_Return, "", "dialog");
+        row(6, Qt::Key_Space, "", "bytes:101=04");
+        row(1, Qt::Key_Left, "", "move:1,1"); // not onto the CH column
+        row(8, Qt::Key_Tab, "", "move:2,1");
     }
 
     // Right from W/N reaches the boxes beside the row; Space ticks them and
@@ -276,7 +212,7 @@ private slots:
         QCOMPARE(QApplication::focusWidget()->objectName(), QString("CboPowSel"));
     }
 
-    // Start-up, open and read put the keyboard on CH 1 / RX Freq.
+    // Start-up puts the keyboard on CH 1 / RX Freq.
     void focusAfterStart() {
         auto window = startWindow();
         QVERIFY(QTest::qWaitForWindowActive(window.get()));

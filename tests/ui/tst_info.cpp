@@ -38,75 +38,55 @@ QString nowText() {
 class TestInfo : public QObject {
     Q_OBJECT
 private slots:
-    void load_data() {
-        QTest::addColumn<QByteArray>("area");
-        QTest::addColumn<QStringList>("shown"); // ID, date ("now": the PC's), text
-        const auto row = [](const char* name, QByteArray area, QStringList shown) {
-            QTest::newRow(name) << area << shown;
-        };
-        row("erased radio", QByteArray(0xF0, '\xFF'), {"", "now", ""});
-        row("16-character ID", infoArea("", "20070921153000", "ABCDEFGHIJKLMNOP"),
-            {"ABCDEFGHIJKLMNOP", "2007-09-21, 15:30:00", ""});
-        row("0x00 at 0x3E3", infoArea("", "", QByteArray("ABC\0EFGHIJ", 10)),
-            {"ABCFGHIJ", "now", ""});
-        row("Chinese text, Latin-1 ID", infoArea("对讲机信息 ZR-310", "20240131090503", "\xC9t"),
-            {"Ét", "2024-01-31, 09:05:03", "对讲机信息 ZR-310"});
-    }
-
+    // `shown`: ID, date ("now": the PC's), text. The model suite has the
+    // hidden bytes of each field.
     void load() {
-        QFETCH(QByteArray, area);
-        QFETCH(QStringList, shown);
-        auto window = startWindow();
-        window->edit([&](RadioImage& image) {
-            for (int i = 0; i < area.size(); ++i)
-                image.setAtAddress(0x300 + i, std::uint8_t(area[i]));
-        });
-        const QString before = nowText();
-        ui::FrmInfo info(*window);
-        QStringList actual{child<QLineEdit>(&info, "txtRadioID")->text(),
-                           child<QLineEdit>(&info, "txtWriteData")->text(),
-                           child<QPlainTextEdit>(&info, "rtbFont")->toPlainText()};
-        if (actual[1] == before || actual[1] == nowText())
-            actual[1] = "now";
-        QCOMPARE(actual, shown);
+        const auto row = [](const QByteArray& area, const QStringList& shown) {
+            auto window = startWindow();
+            window->edit([&](RadioImage& image) {
+                for (int i = 0; i < area.size(); ++i)
+                    image.setAtAddress(0x300 + i, std::uint8_t(area[i]));
+            });
+            const QString before = nowText();
+            ui::FrmInfo info(*window);
+            QStringList actual{child<QLineEdit>(&info, "txtRadioID")->text(),
+                               child<QLineEdit>(&info, "txtWriteData")->text(),
+                               child<QPlainTextEdit>(&info, "rtbFont")->toPlainText()};
+            if (actual[1] == before || actual[1] == nowText())
+                actual[1] = "now";
+            QCOMPARE(actual, shown);
+        };
+        row(QByteArray(0xF0, '\xFF'), {"", "now", ""}); // erased
+        row(infoArea("对讲机信息 ZR-310", "20240131090503", "\xC9t"),
+            {"Ét", "2024-01-31, 09:05:03", "对讲机信息 ZR-310"});
     }
 
     // 96 characters typed, the cursor at the start, then one key. The
     // clipboard holds 97 units, the last two an emoji the cut falls inside.
-    void limit_data() {
-        QTest::addColumn<QKeySequence>("key");
-        QTest::addColumn<bool>("selectAll");
-        QTest::addColumn<int>("length"); // 96: refused with the box
-        const auto row = [](const char* name, QKeySequence key, bool selectAll, int length) {
-            QTest::newRow(name) << key << selectAll << length;
-        };
-        row("97th character", Qt::Key_X, false, 96);
-        row("Backspace", Qt::Key_Backspace, false, 96);
-        row("Enter", Qt::Key_Return, false, 96);
-        row("paste", QKeySequence::Paste, false, 96);
-        row("Delete", Qt::Key_Delete, false, 95);
-        row("typing over a selection", Qt::Key_X, true, 1);
-        row("paste over a selection", QKeySequence::Paste, true, 95);
-    }
-
+    // `length` 96: refused with the box.
     void limit() {
-        QFETCH(QKeySequence, key);
-        QFETCH(bool, selectAll);
-        QFETCH(int, length);
-        auto window = startWindow();
-        ui::FrmInfo info(*window);
-        info.show();
-        auto* box = child<QPlainTextEdit>(&info, "rtbFont");
-        QTest::keyClicks(box, QString(96, 'a'));
-        box->moveCursor(QTextCursor::Start);
-        if (selectAll)
-            box->selectAll();
-        QApplication::clipboard()->setText(QString(95, 'y') + "😀");
-        ModalAnswerer answers;
-        QTest::keySequence(box, key);
-        const QString full = "msgBox: " + text(1406) + ": " + kFull;
-        QCOMPARE(answers.log(), length == 96 ? QStringList{full} : QStringList{});
-        QCOMPARE(box->toPlainText().size(), length);
+        const auto row = [](const QKeySequence& key, bool selectAll, int length) {
+            auto window = startWindow();
+            ui::FrmInfo info(*window);
+            info.show();
+            auto* box = child<QPlainTextEdit>(&info, "rtbFont");
+            QTest::keyClicks(box, QString(96, 'a'));
+            box->moveCursor(QTextCursor::Start);
+            if (selectAll)
+                box->selectAll();
+            QApplication::clipboard()->setText(QString(95, 'y') + "😀");
+            ModalAnswerer answers;
+            QTest::keySequence(box, key);
+            const QString full = "msgBox: " + text(1406) + ": " + kFull;
+            QCOMPARE(answers.log(), length == 96 ? QStringList{full} : QStringList{});
+            QCOMPARE(box->toPlainText().size(), length);
+        };
+        row(Qt::Key_X, false, 96);
+        row(Qt::Key_Backspace, false, 96);
+        row(QKeySequence::Paste, false, 96);
+        row(Qt::Key_Delete, false, 95);
+        row(Qt::Key_X, true, 1);
+        row(QKeySequence::Paste, true, 95);
     }
 
     // The simulated radio lives as long as the process, so a write is read

@@ -40,97 +40,80 @@ class TestShell : public QObject {
     Q_OBJECT
 private slots:
     // The language a locale starts in, and what a click on a language item
-    // changes.
-    void language_data() {
-        QTest::addColumn<QString>("locale");
-        QTest::addColumn<int>("click"); // the language item clicked, -1: none
-        QTest::addColumn<int>("language");
-        QTest::newRow("Chinese, PRC") << "zh_CN" << -1 << 1;
-        QTest::newRow("Chinese, Taiwan") << "zh_TW" << -1 << 0;
-        QTest::newRow("English, PRC") << "en_CN" << -1 << 0;
-        QTest::newRow("English to Chinese") << "en_US" << 1 << 1;
-        QTest::newRow("Chinese to English") << "zh_CN" << 0 << 0;
-        QTest::newRow("Chinese again changes nothing") << "zh_CN" << 1 << 1;
-    }
-
+    // (-1: none) changes.
     void language() {
-        QFETCH(QString, locale);
-        QFETCH(int, click);
-        QFETCH(int, language);
-        gbytLang = 1 - language; // whatever ran before must not matter
-        auto window = startWindow(locale);
-        const int started = gbytLang;
-        // Words in the grid, and a list selection the image does not hold.
-        auto ch1 = ChannelRecord::channel(window->image(), 1);
-        ch1.setOpen(true);
-        ch1.setBusyLock(true);
-        ch1.setLowPower(true);
-        window->ReFlashData();
-        auto* preAlert = child<QComboBox>(window.get(), "CboTOTAgain");
-        preAlert->setCurrentIndex(5);
-        const RadioImage before = window->image();
-        if (click >= 0) {
-            window->setWindowTitle("untouched");
-            child<QAction>(window.get(), QString("mnuSetup_LangSet_%1").arg(click))->trigger();
-        }
-        const auto lang = static_cast<Language>(language);
-        QCOMPARE(gbytLang, language);
-        QVERIFY(child<QAction>(window.get(), QString("mnuSetup_LangSet_%1").arg(language))
-                    ->isChecked());
-        if (click == started) {
-            QCOMPARE(window->windowTitle(), QString("untouched"));
-        } else {
-            checkCaptions(window.get(), lang);
-        }
-        QCOMPARE(cell(window.get(), 1, 5)->text(), text(1218, lang)); // Add
-        QCOMPARE(cell(window.get(), 1, 6)->text(), text(1100, lang)); // On
-        QCOMPARE(cell(window.get(), 1, 7)->text(), text(1213, lang)); // Low
-        QCOMPARE(preAlert->currentText(), "5" + text(1350, lang));
-        QVERIFY(window->image() == before); // re-captioning writes nothing
+        const auto row = [](const char* locale, int click, int language) {
+            gbytLang = 1 - language; // whatever ran before must not matter
+            auto window = startWindow(locale);
+            const int started = gbytLang;
+            // Words in the grid, and a list selection the image does not hold.
+            auto ch1 = ChannelRecord::channel(window->image(), 1);
+            ch1.setOpen(true);
+            ch1.setBusyLock(true);
+            ch1.setLowPower(true);
+            window->ReFlashData();
+            auto* preAlert = child<QComboBox>(window.get(), "CboTOTAgain");
+            preAlert->setCurrentIndex(5);
+            const RadioImage before = window->image();
+            if (click >= 0) {
+                window->setWindowTitle("untouched");
+                child<QAction>(window.get(), QString("mnuSetup_LangSet_%1").arg(click))->trigger();
+            }
+            const auto lang = static_cast<Language>(language);
+            QCOMPARE(gbytLang, language);
+            QVERIFY(child<QAction>(window.get(), QString("mnuSetup_LangSet_%1").arg(language))
+                        ->isChecked());
+            if (click == started) {
+                QCOMPARE(window->windowTitle(), QString("untouched"));
+            } else {
+                checkCaptions(window.get(), lang);
+            }
+            QCOMPARE(cell(window.get(), 1, 5)->text(), text(1218, lang)); // Add
+            QCOMPARE(cell(window.get(), 1, 6)->text(), text(1100, lang)); // On
+            QCOMPARE(cell(window.get(), 1, 7)->text(), text(1213, lang)); // Low
+            QCOMPARE(preAlert->currentText(), "5" + text(1350, lang));
+            QVERIFY(window->image() == before); // re-captioning writes nothing
+        };
+        row("zh_CN", -1, 1);
+        row("zh_TW", -1, 0);
+        row("en_CN", -1, 0);
+        row("en_US", 1, 1);
+        row("zh_CN", 1, 1); // Chinese again changes nothing
     }
 
     // Rows of whole pixels (15 twips each) are also shown in a window.
-    void scrollBars_data() {
-        QTest::addColumn<double>("width");
-        QTest::addColumn<double>("height");
-        QTest::addColumn<bool>("vertical");
-        QTest::addColumn<bool>("horizontal");
-        QTest::newRow("12000 x 9000 twips") << 12000.0 << 9000.0 << false << false;
-        QTest::newRow("one twip too low") << 12000.0 << 8999.0 << true << false;
-        QTest::newRow("one twip too narrow") << 11999.0 << 9000.0 << false << true;
-        QTest::newRow("one pixel too low") << 12000.0 << 8985.0 << true << false;
-        QTest::newRow("too small for the panels") << 7500.0 << 6000.0 << true << true;
-    }
-
     void scrollBars() {
-        QFETCH(double, width);
-        QFETCH(double, height);
-        QFETCH(bool, vertical);
-        QFETCH(bool, horizontal);
-        QCOMPARE(ui::scrollBarsFor(width, height), (ui::ScrollBarNeeds{vertical, horizontal}));
-        if (std::fmod(width, 15) != 0 || std::fmod(height, 15) != 0) {
-            return;
-        }
-        auto window = startWindow();
-        auto* frame1 = child(window.get(), "Frame1");
-        auto* vScroll = child<QScrollBar>(window.get(), "VScroll1");
-        auto* hScroll = child(window.get(), "HScroll1");
-        const QPoint home = frame1->pos();
-        const int menu = window->menuBar()->height();
+        const auto row = [](double width, double height, bool vertical, bool horizontal) {
+            QCOMPARE(ui::scrollBarsFor(width, height), (ui::ScrollBarNeeds{vertical, horizontal}));
+            if (std::fmod(width, 15) != 0 || std::fmod(height, 15) != 0) {
+                return;
+            }
+            auto window = startWindow();
+            auto* frame1 = child(window.get(), "Frame1");
+            auto* vScroll = child<QScrollBar>(window.get(), "VScroll1");
+            auto* hScroll = child(window.get(), "HScroll1");
+            const QPoint home = frame1->pos();
+            const int menu = window->menuBar()->height();
 
-        window->resize(int(width) / 15, int(height) / 15 + menu);
-        QTRY_COMPARE(window->insideSizeTwips(), QSizeF(width, height));
-        QCOMPARE(vScroll->isVisible(), vertical);
-        QCOMPARE(hScroll->isVisible(), horizontal);
-        QCOMPARE(child(window.get(), "Picture2")->isVisible(), vertical && horizontal);
-        if (vertical && horizontal) { // the panels do not fit: the bar moves them
-            vScroll->setValue(vScroll->maximum());
-            QVERIFY(frame1->y() < home.y());
-        }
-        // Large again: bars gone, the frame back home.
-        window->resize(900, 700 + menu);
-        QTRY_VERIFY(!vScroll->isVisible());
-        QCOMPARE(frame1->pos(), home);
+            window->resize(int(width) / 15, int(height) / 15 + menu);
+            QTRY_COMPARE(window->insideSizeTwips(), QSizeF(width, height));
+            QCOMPARE(vScroll->isVisible(), vertical);
+            QCOMPARE(hScroll->isVisible(), horizontal);
+            QCOMPARE(child(window.get(), "Picture2")->isVisible(), vertical && horizontal);
+            if (vertical && horizontal) { // the panels do not fit: the bar moves them
+                vScroll->setValue(vScroll->maximum());
+                QVERIFY(frame1->y() < home.y());
+            }
+            // Large again: bars gone, the frame back home.
+            window->resize(900, 700 + menu);
+            QTRY_VERIFY(!vScroll->isVisible());
+            QCOMPARE(frame1->pos(), home);
+        };
+        row(12000, 9000, false, false);
+        row(12000, 8999, true, false); // a twip too low
+        row(11999, 9000, false, true); // a twip too narrow
+        row(12000, 8985, true, false); // a pixel too low
+        row(7500, 6000, true, true);   // too small for the panels
     }
 };
 

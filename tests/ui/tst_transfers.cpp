@@ -8,17 +8,11 @@
 #include "simulated_radio.h"
 #include "ui_test_support.h"
 
-#include <QAbstractButton>
 #include <QCheckBox>
-#include <QDesktopServices>
 #include <QDir>
-#include <QMenu>
 #include <QProgressBar>
 #include <QSerialPort>
 #include <QTemporaryDir>
-#include <QUrl>
-
-#include <memory>
 
 using namespace zr310;
 
@@ -78,13 +72,7 @@ QStringList backups() {
 
 class TestTransfers : public QObject {
     Q_OBJECT
-public slots:
-    // File > Open Backup Folder hands its URL here (QDesktopServices).
-    void openUrl(const QUrl& url) { m_opened << url; }
-
-private:
     QTemporaryDir m_dataHome; // XDG_DATA_HOME: every read leaves a backup there
-    QList<QUrl> m_opened;
 
 private slots:
     void initTestCase() {
@@ -92,143 +80,122 @@ private slots:
         qputenv("XDG_DATA_HOME", m_dataHome.path().toUtf8()); // never the real home
     }
 
-    void read_data() {
-        QTest::addColumn<bool>("version10");
-        QTest::addColumn<QStringList>("boxes");
-        QTest::addColumn<int>("power"); // channel 2
-        const QString done = seen("msgBox", 1528, text(1530));
-        QTest::newRow("current radio") << false << QStringList{done} << 1213;
-        QTest::newRow("version-1.0 radio")
-            << true << QStringList{seen("msgBox", 1520, text(1538)), done} << 1214;
-    }
-
+    // A read of a current and of a version-1.0 radio: `boxes` after the
+    // progress window, `power` the word channel 2's power shows.
     void read() {
-        QFETCH(bool, version10);
-        QFETCH(QStringList, boxes);
-        QFETCH(int, power);
-        auto radio = startRadio(version10);
-        QVERIFY(radio);
-        auto window = windowFor(*radio);
-        // The window keeps handling events during the read: a timer sees the
-        // progress bar part-way.
-        bool partWay = false;
-        QTimer ticker;
-        QObject::connect(&ticker, &QTimer::timeout, [&] {
-            auto* bar = window->findChild<QProgressBar*>("PrgValue");
-            partWay =
-                partWay || (bar != nullptr && bar->value() > 0 && bar->value() < bar->maximum());
-        });
-        ticker.start(1);
+        const auto row = [](bool version10, const QStringList& boxes, int power) {
+            auto radio = startRadio(version10);
+            QVERIFY(radio);
+            auto window = windowFor(*radio);
+            // The window keeps handling events during the read: a timer sees
+            // the progress bar part-way.
+            bool partWay = false;
+            QTimer ticker;
+            QObject::connect(&ticker, &QTimer::timeout, [&] {
+                auto* bar = window->findChild<QProgressBar*>("PrgValue");
+                partWay = partWay ||
+                          (bar != nullptr && bar->value() > 0 && bar->value() < bar->maximum());
+            });
+            ticker.start(1);
 
-        const QStringList before = backups();
-        ModalAnswerer answers;
-        trigger(window.get(), "Toolbar1_6");
-        QCOMPARE(answers.log(), QStringList{seen("frmConnect", 1520)} + boxes);
-        QVERIFY(partWay);
-        QCOMPARE(window->windowTitle(), text(1406) + " - " + text(1528));
-        QCOMPARE(cell(window.get(), 2, 1)->text(), QString("438.01250"));
-        QCOMPARE(cell(window.get(), 2, 2)->text(), QString("DCS 023"));
-        QCOMPARE(cell(window.get(), 2, 7)->text(), text(power));
-        QVERIFY(!window->isModified());
-
-        // The backup holds the image as read, before the refresh took low
-        // power out for a version-1.0 radio: the radio's bytes, and the last
-        // block (fetched but not kept) from the image before the read.
-        const QStringList added = newBackups(before);
-        QCOMPARE(added.size(), 1);
-        RadioImage backedUp;
-        QVERIFY(openDataFile(backupFolder() / added.front().toStdString(), backedUp).ok());
-        const auto radioBytes = radioContents().toRadioOrder();
-        const RadioImage start = makeStartImage();
-        for (int a = 0; a < 1024; ++a) {
-            QCOMPARE(backedUp.atAddress(a), a < 0x3F8 ? radioBytes[a] : start.atAddress(a));
-        }
-        QCOMPARE(backedUp == window->image(), !version10);
-    }
-
-    void failedTransfer_data() {
-        QTest::addColumn<bool>("write");
-        QTest::addColumn<QString>("fault");
-        QTest::addColumn<int>("titleId");
-        QTest::addColumn<int>("textId"); // 0: the no-response text after the port name
-        QTest::newRow("silent radio") << false << "silent" << 1533 << 0;
-        QTest::newRow("read stops at block 5") << false << "drop:5" << 1104 << 1534;
-        QTest::newRow("read stops at block 100") << false << "drop:100" << 1104 << 1534;
-        QTest::newRow("write stops at block 5") << true << "drop:5" << 1104 << 1535;
-    }
-
-    void failedTransfer() {
-        QFETCH(bool, write);
-        QFETCH(QString, fault);
-        QFETCH(int, titleId);
-        QFETCH(int, textId);
-        auto radio = startRadio(false, fault);
-        QVERIFY(radio);
-        auto window = windowFor(*radio);
-        const QString title = window->windowTitle();
-        const QString shown = cell(window.get(), 2, 1)->text();
-        const RadioImage image = window->image();
-        const QStringList before = backups();
-
-        ModalAnswerer answers;
-        trigger(window.get(), write ? "menuProgWrite" : "menuProgRead");
-        // One box, and no completion box after it. An interrupted read also
-        // says that the data before it is back.
-        QString body = textId == 0 ? window->selectedPort() + text(1537) : text(textId);
-        if (!write && textId != 0) {
-            body += "\n" + text(1143);
-        }
-        QCOMPARE(answers.log(), (QStringList{seen("frmConnect", write ? 1521 : 1520),
-                                             seen("msgBox", titleId, body)}));
-        // Not refreshed, even where blocks already arrived.
-        QCOMPARE(window->windowTitle(), title);
-        QCOMPARE(cell(window.get(), 2, 1)->text(), shown);
-        if (!write) {
-            // The blocks that arrived (channel 2 among them) were not kept:
-            // the image is the one before the read, as the grid shows it,
-            // and nothing was backed up.
-            QVERIFY(window->image() == image);
+            const QStringList before = backups();
+            ModalAnswerer answers;
+            trigger(window.get(), "Toolbar1_6");
+            QCOMPARE(answers.log(), QStringList{seen("frmConnect", 1520)} + boxes);
+            QVERIFY(partWay);
+            QCOMPARE(window->windowTitle(), text(1406) + " - " + text(1528));
+            QCOMPARE(cell(window.get(), 2, 1)->text(), QString("438.01250"));
+            QCOMPARE(cell(window.get(), 2, 2)->text(), QString("DCS 023"));
+            QCOMPARE(cell(window.get(), 2, 7)->text(), text(power));
             QVERIFY(!window->isModified());
-            QCOMPARE(newBackups(before), QStringList());
-        }
+
+            // The backup holds the image as read, before the refresh took low
+            // power out for a version-1.0 radio: the radio's bytes, and the last
+            // block (fetched but not kept) from the image before the read.
+            const QStringList added = newBackups(before);
+            QCOMPARE(added.size(), 1);
+            RadioImage backedUp;
+            QVERIFY(openDataFile(backupFolder() / added.front().toStdString(), backedUp).ok());
+            const auto radioBytes = radioContents().toRadioOrder();
+            const RadioImage start = makeStartImage();
+            for (int a = 0; a < 1024; ++a) {
+                QCOMPARE(backedUp.atAddress(a), a < 0x3F8 ? radioBytes[a] : start.atAddress(a));
+            }
+            QCOMPARE(backedUp == window->image(), !version10);
+        };
+        const QString done = seen("msgBox", 1528, text(1530));
+        row(false, {done}, 1213);
+        row(true, {seen("msgBox", 1520, text(1538)), done}, 1214);
+    }
+
+    // One box, and no completion box after it. `textId` 0: the no-response
+    // text after the port name.
+    void failedTransfer() {
+        const auto row = [](bool write, const QString& fault, int titleId, int textId) {
+            auto radio = startRadio(false, fault);
+            QVERIFY(radio);
+            auto window = windowFor(*radio);
+            const QString title = window->windowTitle();
+            const QString shown = cell(window.get(), 2, 1)->text();
+            const RadioImage image = window->image();
+            const QStringList before = backups();
+
+            ModalAnswerer answers;
+            trigger(window.get(), write ? "menuProgWrite" : "menuProgRead");
+            // An interrupted read also says that the data before it is back.
+            QString body = textId == 0 ? window->selectedPort() + text(1537) : text(textId);
+            if (!write && textId != 0) {
+                body += "\n" + text(1143);
+            }
+            QCOMPARE(answers.log(), (QStringList{seen("frmConnect", write ? 1521 : 1520),
+                                                 seen("msgBox", titleId, body)}));
+            // Not refreshed, even where blocks already arrived.
+            QCOMPARE(window->windowTitle(), title);
+            QCOMPARE(cell(window.get(), 2, 1)->text(), shown);
+            if (!write) {
+                // The blocks that arrived (channel 2 among them) were not kept:
+                // the image is the one before the read, as the grid shows it,
+                // and nothing was backed up.
+                QVERIFY(window->image() == image);
+                QVERIFY(!window->isModified());
+                QCOMPARE(newBackups(before), QStringList());
+            }
+        };
+        row(false, "silent", 1533, 0);
+        row(false, "drop:5", 1104, 1534);
+        row(true, "drop:5", 1104, 1535);
     }
 
     // A port that cannot be opened says why, in place of "no response". The
     // port "held" is the radio's, kept open by the test as another program
     // would: Qt reports that as it reports a port one may not use.
-    void unreachablePort_data() {
-        QTest::addColumn<QString>("port"); // or "held", or "folder"
-        QTest::addColumn<int>("language");
-        QTest::newRow("no such port") << "/dev/zr310-NOPE0" << 0;
-        QTest::newRow("no such port, Chinese") << "/dev/zr310-NOPE0" << 1;
-        QTest::newRow("held by another program") << "held" << 0;
-        QTest::newRow("a folder") << "folder" << 0;
-    }
-
     void unreachablePort() {
-        QFETCH(QString, port);
-        QFETCH(int, language);
-        const auto lang = Language(language);
-        auto radio = startRadio(false);
-        QVERIFY(radio);
-        QTemporaryDir folder;
-        QSerialPort holder(QString::fromStdString(radio->devicePath()));
-        QString body = text(1155, lang).arg(port);
-        if (port == "held") {
-            QVERIFY(holder.open(QIODevice::ReadWrite));
-            port = holder.portName();
-            body = text(1156, lang).arg(port) + "\n" + text(1157, lang);
-        } else if (port == "folder") {
-            port = folder.path();
-            QSerialPort probe(port);
-            QVERIFY(!probe.open(QIODevice::ReadWrite));
-            body = text(1158, lang).arg(port, probe.errorString());
-        }
-        auto window = startWindow(language == 1 ? "zh_CN" : "en_US", port);
-        ModalAnswerer answers;
-        trigger(window.get(), "menuProgRead");
-        QCOMPARE(answers.log(), (QStringList{seen("frmConnect", 1520, {}, lang),
-                                             seen("msgBox", 1533, body, lang)}));
+        const auto row = [](QString port, Language language) {
+            auto radio = startRadio(false);
+            QVERIFY(radio);
+            QTemporaryDir folder;
+            QSerialPort holder(QString::fromStdString(radio->devicePath()));
+            QString body = text(1155, language).arg(port);
+            if (port == "held") {
+                QVERIFY(holder.open(QIODevice::ReadWrite));
+                port = holder.portName();
+                body = text(1156, language).arg(port) + "\n" + text(1157, language);
+            } else if (port == "folder") {
+                port = folder.path();
+                QSerialPort probe(port);
+                QVERIFY(!probe.open(QIODevice::ReadWrite));
+                body = text(1158, language).arg(port, probe.errorString());
+            }
+            auto window = startWindow(language == Language::Chinese ? "zh_CN" : "en_US", port);
+            ModalAnswerer answers;
+            trigger(window.get(), "menuProgRead");
+            QCOMPARE(answers.log(), (QStringList{seen("frmConnect", 1520, {}, language),
+                                                 seen("msgBox", 1533, body, language)}));
+        };
+        row("/dev/zr310-NOPE0", Language::English);
+        row("/dev/zr310-NOPE0", Language::Chinese);
+        row("held", Language::English);
+        row("folder", Language::English);
     }
 
     void testModeAndBack() {
@@ -253,101 +220,52 @@ private slots:
         QCOMPARE(window->windowTitle(), text(1406));
     }
 
-    // Every warning is answered with the button, "don't show again" as ticked.
-    void version10Write_data() {
-        QTest::addColumn<int>("language");
-        QTest::addColumn<QString>("button");
-        QTest::addColumn<bool>("dontShow");
-        QTest::addColumn<QStringList>("windows"); // of two writes
-        QTest::addColumn<int>("blocks");
+    // Two writes to a version-1.0 radio, every warning answered with the
+    // button, "don't show again" as ticked: the windows of both, and the
+    // blocks the radio took.
+    void version10Write() {
+        const auto row = [](Language language, const QString& button, bool dontShow,
+                            const QStringList& windows, int blocks) {
+            auto radio = startRadio(true);
+            QVERIFY(radio);
+            auto window = windowFor(*radio, language == Language::Chinese ? "zh_CN" : "en_US");
+            ModalAnswerer answers;
+            answers.otherwise = [&](QWidget* modal) {
+                if (modal->objectName() == "frmWarning") {
+                    modal->findChild<QCheckBox*>("ChkNext")->setChecked(dontShow);
+                }
+                ModalAnswerer::click(modal, modal->findChild<QAbstractButton*>(button));
+            };
+            trigger(window.get(), "menuProgWrite");
+            trigger(window.get(), "menuProgWrite");
+            QCOMPARE(answers.log(), windows);
+            QCOMPARE(query(*radio, &EmulatedRadio::blocksWritten), blocks);
+        };
         const QString c = seen("frmConnect", 1521), w = seen("frmWarning", 1121);
         const QString d = seen("msgBox", 1529, text(1531));
-        QTest::newRow("OK, don't show again")
-            << 0 << "CmdOK" << true << QStringList{c, w, d, c, d} << 76;
-        QTest::newRow("OK") << 0 << "CmdOK" << false << QStringList{c, w, d, c, w, d} << 76;
+        row(Language::English, "CmdOK", true, {c, w, d, c, d}, 76);
+        row(Language::English, "CmdOK", false, {c, w, d, c, w, d}, 76);
         const QString zc = seen("frmConnect", 1521, {}, Language::Chinese);
         const QString zw = seen("frmWarning", 1121, {}, Language::Chinese);
-        QTest::newRow("Chinese, Cancel, don't show again")
-            << 1 << "CmdCancel" << true << QStringList{zc, zw, zc, zw} << 0;
+        row(Language::Chinese, "CmdCancel", true, {zc, zw, zc, zw}, 0);
     }
 
-    void version10Write() {
-        QFETCH(int, language);
-        QFETCH(QString, button);
-        QFETCH(bool, dontShow);
-        QFETCH(QStringList, windows);
-        QFETCH(int, blocks);
-        auto radio = startRadio(true);
-        QVERIFY(radio);
-        auto window = windowFor(*radio, language == 1 ? "zh_CN" : "en_US");
-        ModalAnswerer answers;
-        answers.otherwise = [&](QWidget* modal) {
-            if (modal->objectName() == "frmWarning") {
-                modal->findChild<QCheckBox*>("ChkNext")->setChecked(dontShow);
-            }
-            ModalAnswerer::click(modal, modal->findChild<QAbstractButton*>(button));
-        };
-        trigger(window.get(), "menuProgWrite");
-        trigger(window.get(), "menuProgWrite");
-        QCOMPARE(answers.log(), windows);
-        QCOMPARE(query(*radio, &EmulatedRadio::blocksWritten), blocks);
-    }
-
-    // The warning answered after the radio dropped the session (2 s of
-    // silence): the write starts again from the wake-up and completes,
-    // without asking again.
-    void version10SlowAnswer() {
-        auto radio = startRadio(true);
-        QVERIFY(radio);
-        auto window = windowFor(*radio);
-        ModalAnswerer answers;
-        answers.answer([&](QWidget* modal) {
-            QTimer::singleShot(2500, modal, [modal] {
-                ModalAnswerer::click(modal, modal->findChild<QAbstractButton*>("CmdOK"));
-            });
-        });
-        trigger(window.get(), "menuProgWrite");
-        QCOMPARE(answers.log(), (QStringList{seen("frmConnect", 1521), seen("frmWarning", 1121),
-                                             seen("msgBox", 1529, text(1531))}));
-        QCOMPARE(query(*radio, &EmulatedRadio::blocksWritten), 38);
-        QCOMPARE(query(*radio, &EmulatedRadio::commits), 1);
-        const auto memory = radio->memory();
-        for (int a = 0; a < 0x100; ++a) {
-            QCOMPARE(memory[a], window->image().atAddress(a));
-        }
-    }
-
-    // With Verify After Write ticked the radio is read back after the write.
-    void verifyAfterWrite_data() {
-        QTest::addColumn<QString>("fault");
-        QTest::addColumn<int>("language");
-        QTest::addColumn<QString>("shown"); // the last box
-        const auto row = [](const char* name, const char* fault, Language language, int title,
-                            const QString& body) {
-            QTest::newRow(name) << QString(fault) << int(language)
-                                << seen("msgBox", title, body, language);
-        };
-        const WriteCheck block7{1, 0x30};
-        row("radio as written", "", Language::English, 1529, text(1531));
-        row("block 7 stored wrong", "corrupt:7", Language::English, 1104,
-            verifyFailedText(block7, Language::English));
-        row("Chinese, block 7 stored wrong", "corrupt:7", Language::Chinese, 1104,
-            verifyFailedText(block7, Language::Chinese));
-    }
-
+    // With Verify After Write ticked the radio is read back after the write;
+    // `shown` is the last box.
     void verifyAfterWrite() {
-        QFETCH(QString, fault);
-        QFETCH(int, language);
-        QFETCH(QString, shown);
-        auto radio = startRadio(false, fault);
-        QVERIFY(radio);
-        auto window = windowFor(*radio, language == 1 ? "zh_CN" : "en_US");
-        child<QAction>(window.get(), "menuProgVerify")->setChecked(true);
-        ModalAnswerer answers;
-        trigger(window.get(), "menuProgWrite");
-        const auto lang = Language(language);
-        QCOMPARE(answers.log(), (QStringList{seen("frmConnect", 1521, {}, lang),
-                                             seen("frmConnect", 1520, {}, lang), shown}));
+        const auto row = [](const QString& fault, const QString& shown) {
+            auto radio = startRadio(false, fault);
+            QVERIFY(radio);
+            auto window = windowFor(*radio);
+            child<QAction>(window.get(), "menuProgVerify")->setChecked(true);
+            ModalAnswerer answers;
+            trigger(window.get(), "menuProgWrite");
+            QCOMPARE(answers.log(),
+                     (QStringList{seen("frmConnect", 1521), seen("frmConnect", 1520), shown}));
+        };
+        row("", seen("msgBox", 1529, text(1531)));
+        const WriteCheck block7{1, 0x30};
+        row("corrupt:7", seen("msgBox", 1104, verifyFailedText(block7, Language::English)));
     }
 
     // Setup > Serial Trace: the transfers write into the chosen file until unticked.

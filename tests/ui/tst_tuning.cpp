@@ -6,8 +6,6 @@
 #include "simulated_radio.h"
 #include "tuning.h"
 
-#include <QGroupBox>
-#include <QRadioButton>
 #include <QScrollBar>
 #include <QTreeWidget>
 
@@ -37,21 +35,13 @@ struct Bench {
     std::unique_ptr<ui::MainForm> window;
 
     EmulatedRadio::Memory memory() const { return radio->memory(); }
-    std::optional<std::uint8_t> activeItem() const {
-        std::optional<std::uint8_t> item;
-        radio->withRadio([&](EmulatedRadio& r) { item = r.activeTuningItem(); });
-        return item;
-    }
-    std::uint8_t liveValue() const {
-        std::uint8_t value = 0;
-        radio->withRadio([&](EmulatedRadio& r) { value = r.liveTuningValue(); });
+    template <typename T> T ask(T (EmulatedRadio::*get)() const) const {
+        T value{};
+        radio->withRadio([&](EmulatedRadio& r) { value = (r.*get)(); });
         return value;
     }
-    EmulatedRadio::Mode mode() const {
-        auto mode = EmulatedRadio::Mode::Idle;
-        radio->withRadio([&](EmulatedRadio& r) { mode = r.mode(); });
-        return mode;
-    }
+    std::optional<std::uint8_t> activeItem() const { return ask(&EmulatedRadio::activeTuningItem); }
+    std::uint8_t liveValue() const { return ask(&EmulatedRadio::liveTuningValue); }
     QScrollBar* bar() const { return child<QScrollBar>(window.get(), "HscTuneValue"); }
     void clickNode(int textId) const {
         auto* tree = child<QTreeWidget>(window.get(), "TreeViewTune");
@@ -171,7 +161,7 @@ private slots:
 
         bench.clickNode(1507); // exit tuning
         QTRY_VERIFY(child(bench.window.get(), "FraCHSet")->isVisible());
-        QTRY_COMPARE(bench.mode(), EmulatedRadio::Mode::Idle);
+        QTRY_COMPARE(bench.ask(&EmulatedRadio::mode), EmulatedRadio::Mode::Idle);
     }
 };
 
