@@ -38,7 +38,9 @@ Commands:
                                           version-1.0 radio without asking; --verify:
                                           read it back and compare the written blocks)
                                           and refuses data that fails the checks before
-                                          a write (--force: write it all the same)
+                                          a write (--force: write it all the same);
+                                          --port again for each further radio: all
+                                          are written at once, one line per port
   info --port PORT [--json]               the radio ID, recent write date and user text
   info --port PORT --set-text TEXT        set the radio's user text
   tune --port PORT --get [--json]         the five tuning values stored in the radio
