@@ -16,6 +16,18 @@ namespace zr310 {
 
 namespace {
 
+// A message's line breaks as spaces, one space where the text had one already.
+void oneLine(std::string& text) {
+    std::string joined;
+    for (const char c : text) {
+        if (c != '\n')
+            joined += c;
+        else if (!joined.empty() && joined.back() != ' ')
+            joined += ' ';
+    }
+    text = std::move(joined);
+}
+
 // One radio of the fleet: its write and, with verify, its read-back.
 class FleetRadio {
 public:
@@ -78,7 +90,7 @@ private:
         std::string said = message.str();
         while (!said.empty() && said.back() == '\n')
             said.pop_back();
-        std::replace(said.begin(), said.end(), '\n', ' ');
+        oneLine(said);
         if (result.outcome == TransferOutcome::Declined)
             said = text(kMsgVersion10NeedsYes, m_port.language);
         finish(status, lead + said);
