@@ -33,7 +33,7 @@ class FleetRadio {
 public:
     FleetRadio(const std::string& port, const RadioImage& image, const FleetOptions& options,
                std::function<void()> done)
-        : m_port{port, options.language, {}}, m_options(options), m_image(image),
+        : m_port{port, {port}, options.language, {}}, m_options(options), m_image(image),
           m_done(std::move(done)),
           m_write(TransferKind::Write, QString::fromStdString(port), m_image, m_flags) {
         m_write.setVersion10Warning([this](LinkFlags& flags) {

@@ -13,7 +13,6 @@
 #include <QCoreApplication>
 #include <QEventLoop>
 
-#include <algorithm>
 #include <cctype>
 #include <cstdio>
 #include <iostream>
@@ -183,12 +182,7 @@ int runWriteCommand(const std::vector<std::string>& arguments, std::ostream& out
                     std::ostream& err) {
     std::vector<std::string> args = arguments;
     // --port may be given once for every radio to be written at once.
-    std::vector<std::string> ports = takeValueOptions(args, "--port", "-p");
-    if (!ports.empty()) {
-        args.push_back("--port");
-        args.push_back(ports.front());
-    }
-    const PortArgs port = takePortArgs(args);
+    const PortArgs port = takePortArgs(args, PortCount::Many);
     const bool yes = takeFlag(args, "--yes") || takeFlag(args, "-y");
     const bool verify = takeFlag(args, "--verify");
     const bool force = takeFlag(args, "--force");
@@ -196,11 +190,7 @@ int runWriteCommand(const std::vector<std::string>& arguments, std::ostream& out
     if (args.size() != 1)
         throw UsageError(args.empty() ? "the file to write (IN) is missing"
                                       : "unexpected argument '" + args[1] + "'");
-    for (auto it = ports.begin(); it != ports.end(); ++it) {
-        if (std::find(ports.begin(), it, *it) != it)
-            throw UsageError("--port " + *it + " is given twice");
-    }
-    if (ports.size() > 1 && !port.trace.empty())
+    if (port.ports.size() > 1 && !port.trace.empty())
         throw UsageError("--trace records one port: give one --port with it");
 
     RadioImage image = makeStartImage();
@@ -208,8 +198,8 @@ int runWriteCommand(const std::vector<std::string>& arguments, std::ostream& out
         return kExitFileRefused;
     if (!force && !passesWriteChecks(image, err))
         return kExitChecksFailed;
-    if (ports.size() > 1)
-        return writeFleet(ports, image, {port.language, yes, verify}, out);
+    if (port.ports.size() > 1)
+        return writeFleet(port.ports, image, {port.language, yes, verify}, out);
 
     ensureApplication();
     const TraceScope trace(port, err);

@@ -6,6 +6,8 @@
 
 #include <QCoreApplication>
 
+#include <algorithm>
+
 namespace zr310 {
 
 namespace {
@@ -36,13 +38,22 @@ std::string text(int id, Language language) {
     return plain(ResString(id, language));
 }
 
-PortArgs takePortArgs(std::vector<std::string>& args) {
+PortArgs takePortArgs(std::vector<std::string>& args, PortCount count) {
     PortArgs parsed;
     parsed.language = takeLanguageOption(args);
     parsed.trace = takeValueOption(args, "--trace");
-    parsed.port = takeValueOption(args, "--port", "-p");
+    if (count == PortCount::One) {
+        parsed.ports.push_back(takeValueOption(args, "--port", "-p"));
+    } else {
+        parsed.ports = takeValueOptions(args, "--port", "-p");
+    }
+    parsed.port = parsed.ports.empty() ? std::string() : parsed.ports.front();
     if (parsed.port.empty())
         throw UsageError("--port PORT is required (COM1..COM4, a device, or sim)");
+    for (auto it = parsed.ports.begin(); it != parsed.ports.end(); ++it) {
+        if (std::find(parsed.ports.begin(), it, *it) != it)
+            throw UsageError("--port " + *it + " is given twice");
+    }
     return parsed;
 }
 

@@ -32,13 +32,17 @@ inline constexpr int kMsgWriteFinished = 1529;     // "Writing completed"
 inline constexpr int kMsgVersion10NeedsYes = 1159; // "Not written: ... Give --yes ..."
 
 struct PortArgs {
-    std::string port;
+    std::string port;               // the first --port
+    std::vector<std::string> ports; // every --port, in order
     Language language = Language::English;
     std::string trace; // --trace FILE, empty for none
 };
 
-// Takes --lang, --trace and the required --port (-p) out of args.
-PortArgs takePortArgs(std::vector<std::string>& args);
+enum class PortCount { One, Many };
+
+// Takes --lang, --trace and the required --port (-p) out of args; with
+// PortCount::Many --port may be given once for each radio, each port once.
+PortArgs takePortArgs(std::vector<std::string>& args, PortCount count = PortCount::One);
 
 // The --trace file of a radio command: while this lives, every byte sent and
 // received goes to it (SerialTrace).
