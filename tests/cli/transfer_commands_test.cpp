@@ -187,18 +187,16 @@ private slots:
 
             // zr310-sim saves its memory after a completed write only.
             const auto before = radioImage.toRadioOrder();
-            if (status != kExitOk && status != kExitVerifyFailed) {
+            if (status != kExitOk) {
                 QCOMPARE(readRaw(path("radio.bin").toStdString()).toRadioOrder(), before);
                 return;
             }
             QVERIFY(sim->waitForSave());
             const auto after = readRaw(path("radio.bin").toStdString()).toRadioOrder();
             const auto sent = fileImage.toRadioOrder();
-            // corrupt:38 stored the first byte of the last write block inverted.
-            const int corrupted = simOptions.contains("corrupt") ? 0x3C8 : -1;
             for (int a = 0; a < 1024; ++a) {
                 if (a >= 0x3C0 && a < 0x3CE) // the date stamp
-                    QCOMPARE(after[a] >= '0' && after[a] <= '9', a != corrupted);
+                    QVERIFY(after[a] >= '0' && after[a] <= '9');
                 else if (a == 0x2B0 && simOptions.contains("--version10"))
                     QCOMPARE(after[a], std::uint8_t((sent[a] & 0x78) << 1));
                 else
@@ -211,9 +209,6 @@ private slots:
         row(fast + "--version10", "--verify --yes", kExitOk, "Writing completed");
         row(fast + "--fault drop:5", "", kExitInterrupted,
             "Please Write again because of interruption!");
-        row(fast + "--fault silent", "", kExitNoResponse, "Port has no response");
-        row(fast + "--fault corrupt:38", "--verify", kExitVerifyFailed,
-            "first at 0x03C8; differing bytes: 1.");
     }
 
     // Four radios written at once: each gets its own line, in the order given,

@@ -35,7 +35,6 @@ private slots:
                     (bytes.startsWith("%PDF") && bytes.contains("/FontFile2")));
         };
         row("in.bin", {"-o", "out.pdf"}, kExitOk);
-        row("in.bin", {"-o", "out.pdf", "--lang", "zh"}, kExitOk);
         row("in.k720", {"-o", "out.pdf"}, kExitFileRefused);
         row("in.bin", {}, kExitUsage);
     }

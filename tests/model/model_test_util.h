@@ -54,15 +54,6 @@ inline QList<int> changedOffsets(const RadioImage& before, const RadioImage& aft
     return offsets;
 }
 
-// True when every byte that differs lies at one of the allowed linear offsets.
-inline bool changedOnlyAt(const RadioImage& before, const RadioImage& after,
-                          const QList<int>& allowed) {
-    for (int offset : changedOffsets(before, after))
-        if (!allowed.contains(offset))
-            return false;
-    return true;
-}
-
 // Noise on the band, with every channel set from random texts the grid offers.
 // Bit 16 of the frequency counts starts clear: the editors keep it as they find it.
 inline RadioImage randomChannels(QRandomGenerator& rng, int bandIndex) {

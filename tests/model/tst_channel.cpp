@@ -6,38 +6,21 @@
 using namespace zr310;
 using namespace zr310::test;
 
-namespace {
-
-// Offsets of a record's bytes: blocks 0-7 of the even column, blocks 0-2 of the odd one.
-QList<int> recordOffsets(int column) {
-    QList<int> offsets;
-    for (int block = 0; block < 8; ++block)
-        offsets << block * 128 + column;
-    return offsets << column + 1 << 128 + column + 1 << 256 + column + 1;
-}
-
-// A noise image with the bytes at `offsets` set.
-RadioImage withBytes(quint32 seed, const QList<int>& offsets, const QByteArray& bytes) {
-    RadioImage image = noiseImage(seed);
-    for (int i = 0; i < bytes.size(); ++i)
-        image[std::size_t(offsets[i])] = quint8(bytes[i]);
-    return image;
-}
-
-} // namespace
-
-// A channel's frequencies and tones, and its record of 11 bytes.
+// A channel's frequencies and tones. The radio stores a frequency as a count of
+// 5 or 6.25 kHz steps: 16 bits in two bytes, then a flags byte with bit 16 of
+// the count (bit 0), the 6.25 kHz step (bit 2) and the tone type (bits 4-6).
+// The bytes of the whole record are read and written by the command line's
+// `show` and `set` suites.
 class TestChannel : public QObject {
     Q_OBJECT
 
 private slots:
+    // The plain cases (5 kHz only, both grids, past 16 bits) are the command
+    // line's `set` rows and the window's frequency box; here the binary edges.
     void frequencyEncoding() {
         const auto row = [](double mhz, uint steps, bool step625) {
             QCOMPARE(encodeFrequency(mhz), (FrequencyCode{steps, step625}));
         };
-        row(145.505, 29101, false); // on 5 only
-        row(145.5, 23280, true);    // on both grids: 6.25
-        row(438.0125, 70082, true); // needs bit 16
         // Quotients that come out a hair below the whole number in binary.
         row(512.05, 81928, true);
         row(512.035, 102407, false);
@@ -98,82 +81,6 @@ private slots:
         for (const char* text : {"", "CTC 88.6", "CTC 88.5x", "-CTC 88.5", "DCS 028", "DCS 23",
                                  "DCS 0234", "DCS023", "--DCS 023"})
             row(text, -1, 0, false);
-    }
-
-    // Only bits 4-6 of the flags byte name the tone type; 0x30, 0x50, 0x70 or off.
-    void toneTypes() {
-        const char* texts[] = {"OFF", "OFF", "OFF", "CTC 8.5", "OFF", "DCS 205", "OFF", "-DCS 205"};
-        for (int flags = 0; flags < 256; ++flags)
-            QCOMPARE(qs(toneText(decodeTone(quint8(flags), 0x85, 0x00))),
-                     QString(texts[(flags >> 4) & 7]));
-    }
-
-    // Crafted records (blocks 0-7 of the even column, then 0-2 of the odd one) in
-    // noise: rx, tx, tones, close, no tx, W/N, busy, scan, power. The command
-    // line's `show` reads random records of every kind.
-    void decode() {
-        const auto row = [](int column, const char* hex, Language language, const QString& texts) {
-            const auto bytes = QByteArray::fromHex(hex);
-            const RadioImage image = withBytes(quint32(column), recordOffsets(column), bytes);
-            const ChannelTexts t = decodeChannel(image, column, language);
-            QStringList shown{qs(t.rxFreq), qs(t.txFreq), qs(t.rxTone), qs(t.txTone)};
-            shown << (t.close ? "Close" : "-") << (t.noTx ? "No TX" : "-") << qs(t.bandwidth)
-                  << qs(t.busyLock) << qs(t.scan) << qs(t.power);
-            QCOMPARE(shown, texts.split('|'));
-        };
-        const auto en = Language::English, zh = Language::Chinese;
-        row(0x0C, "f25a3c8508ad7158 130035", en,
-            "145.51250|145.50500|CTC 88.5|DCS 023|-|-|Narrow|On|Del|Low");
-        row(0x1E, "ffff050000ffff01 000000", zh, // 17-bit counts, CH 16
-            "819.19375|655.35500|OFF|OFF|Close|No TX|宽带|关闭|添加|高");
-    }
-
-    // A side's frequency and tone: count bytes low and high, the flags byte (bit 0:
-    // bit 16 of the count, bit 2: 6.25 kHz steps, bits 4-6: tone type; the others
-    // kept), then the tone value low and high. Bit 16 is never cleared once stored.
-    // Receive: even column blocks 0-4. Transmit: even column blocks 5-7, odd column 0-1.
-    void encodeSide() {
-        const auto row = [](Side side, int oldFlags, double mhz, ToneKind kind, int value,
-                            const QByteArray& bytes) {
-            const QList<int> offsets = recordOffsets(0x0A).mid(side == Side::Receive ? 0 : 5, 5);
-            const RadioImage before = withBytes(7, {offsets[2]}, QByteArray(1, char(oldFlags)));
-            RadioImage image = before;
-            ChannelRecord(image, 0x0A).setFrequency(side, mhz);
-            ChannelRecord(image, 0x0A).setTone(side, Tone{kind, quint16(value)});
-            QByteArray got;
-            for (int offset : offsets)
-                got += char(image[std::size_t(offset)]);
-            QCOMPARE(got.toHex(), bytes);
-            QVERIFY(changedOnlyAt(before, image, offsets));
-        };
-        const auto rx = Side::Receive, tx = Side::Transmit;
-        row(rx, 0x00, 145.5125, ToneKind::Ctcss, 0x0885, "f25a348508"); // 6.25 kHz
-        row(rx, 0xFF, 145.505, ToneKind::Off, 0x0000, "ad718b0000");    // 5 kHz, bits kept
-        row(tx, 0x78, 438.0125, ToneKind::Dcs, 0x0013, "c2115d1300");   // bit 16
-        row(tx, 0x0C, 400.005, ToneKind::DcsInverted, 0x01EC, "813879ec01");
-    }
-
-    // Simplex copies the receive frequency, step and tone over the transmit ones
-    // and keeps No TX; version 1.0 clears option bits 0 and 5 (Wide and High).
-    // Both stay in the record of the first and last channel and test channel.
-    void wholeRecordEdits() {
-        for (int column : {0x00, 0x1E, 0x20, 0x34}) {
-            RadioImage before = noiseImage(quint32(column));
-            before[std::size_t(2 * 128 + column)] &= 0xFE; // receive bit 16 clear,
-            before[std::size_t(7 * 128 + column)] |= 0x01; // transmit bit 16 set
-            RadioImage image = before;
-            const int number = column % 0x20 / 2 + 1;
-            ChannelRecord record = column >= 0x20 ? ChannelRecord::testChannel(image, number)
-                                                  : ChannelRecord::channel(image, number);
-            record.copyReceiveToTransmit();
-            QCOMPARE(record.frequency(Side::Transmit), record.frequency(Side::Receive));
-            QCOMPARE(record.tone(Side::Transmit), record.tone(Side::Receive));
-            QCOMPARE(record.txAllowed(), ChannelView(before, column).txAllowed());
-            record.forceWideAndHigh();
-            const std::size_t options = std::size_t(256 + column + 1);
-            QCOMPARE(int(image[options]), before[options] & ~0x21);
-            QVERIFY(changedOnlyAt(before, image, recordOffsets(column)));
-        }
     }
 };
 

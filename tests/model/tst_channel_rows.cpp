@@ -82,11 +82,9 @@ private slots:
             const auto found = pasteTargets(count, selected);
             QCOMPARE(found ? QList<int>(found->begin(), found->end()) : QList<int>{}, where);
         };
-        row(3, {5}, {5, 6, 7});       // down from the selection
         row(2, {9, 3}, {3, 4});       // from the topmost
         row(1, {9, 2, 4}, {2, 4, 9}); // one onto each
         row(2, {15}, {15, 16});       // to the last channel
-        row(3, {15}, {});             // past CH 16
         row(1, {}, {});               // no selection
         row(0, {4}, {});              // no rows
     }

@@ -82,7 +82,6 @@ private slots:
                 seen << qs(d.key) + ": " + qs(d.a) + " -> " + qs(d.b);
             QCOMPARE(seen, differences);
         };
-        row({}, {});
         row({"ch3.rx_freq=146.52"}, {"ch3.rx_freq: 145.50000 -> 146.52000"});
         row({"ch5.close=false"}, {"ch5.close: true -> false"});
         row({"CboScan=Carrier"}, {"CboScan: Off -> Carrier"}); // one list of a shared byte

@@ -1,3 +1,4 @@
+#include "channel.h"
 #include "model_test_util.h"
 #include "options.h"
 
@@ -141,26 +142,18 @@ private slots:
         }
     }
 
-    // Narrow on the radio-wide W/N list also marks the 16 channels narrow (bit 0
-    // of each odd column's block 2); Wide leaves them. Test channels are not
-    // channels. A version-1.0 radio has no power selection: it is cleared.
-    void radioWideEdits() {
-        for (int index : {0, 1}) {
-            const RadioImage before = noiseImage(quint32(index) + 30);
-            RadioImage image = before;
-            setRadioWideBandwidth(image, index);
-            QCOMPARE(int(image[0x257]), index ? before[0x257] | 0x02 : before[0x257] & ~0x02);
-            for (std::size_t options = 0x101; options <= 0x11F; options += 2)
-                QCOMPARE(int(image[options]), index ? before[options] | 0x01 : before[options]);
-            for (int offset : changedOffsets(before, image))
-                QVERIFY(offset == 0x257 || (offset >= 0x101 && offset <= 0x11F && offset % 2));
-        }
+    // A version-1.0 radio has no power selection, no low power and no narrow
+    // band: bits 0-1 of 0x256 and bits 0 and 5 of a channel's options byte
+    // (CH 16: block 2 of column 0x1F) are cleared, the others kept.
+    void version10Edits() {
         RadioImage before = noiseImage(4);
-        before[0x256] = 0xFF;
+        before[0x256] = before[0x11F] = 0xFF;
         RadioImage image = before;
         clearPowerSelection(image);
-        QCOMPARE(changedOffsets(before, image), QList<int>{0x256});
+        ChannelRecord::channel(image, 16).forceWideAndHigh();
+        QCOMPARE(changedOffsets(before, image), (QList<int>{0x11F, 0x256}));
         QCOMPARE(int(image[0x256]), 0xFC);
+        QCOMPARE(int(image[0x11F]), 0xDE);
     }
 };
 

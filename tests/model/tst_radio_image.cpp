@@ -1,7 +1,6 @@
 #include "bands.h"
 #include "model_test_util.h"
 #include "radio_image.h"
-#include "tuning.h"
 
 #include <QtTest>
 
@@ -33,17 +32,10 @@ private slots:
         QVERIFY(copy == image);
     }
 
-    // The start image holds only the time-out timer's 0x03; the five alignment
-    // values are one byte each in blocks 0-4 of column 0x5E.
-    void fixedPlaces() {
+    // The start image holds only the time-out timer's 0x03.
+    void startImage() {
         QCOMPARE(changedOffsets(RadioImage{}, makeStartImage()), QList<int>{0x3D6});
         QCOMPARE(int(makeStartImage()[0x3D6]), 0x03);
-        for (int i = 0; i < 5; ++i) {
-            RadioImage image;
-            setTuningValue(image, kTuningItems[std::size_t(i)].item, 0xC3);
-            QCOMPARE(changedOffsets(RadioImage{}, image), QList<int>{i * 128 + 0x5E});
-            QCOMPARE(int(tuningValue(image, kTuningItems[std::size_t(i)].item)), 0xC3);
-        }
     }
 
     // The code each entry of the band list stores at 0x15A, in list order:

@@ -32,13 +32,11 @@ private slots:
                 QVERIFY(stamped == image);
             }
         };
-        row(0x3E0, "################", "");
         row(0x3E0, "ABC_DEFGHIJKLMNO", "ABCEFGHIJKLMNO");
         row(0x3E0, "AB##CDEFGHIJKLMN", "ABCDEFGHIJKLMN");  // a hidden 0xFF is not read
         row(0x3E0, "ABCDEFG_HIJKLMNO", "ABCDEFGHIJKLMNO"); // a gap ends the column
         row(0x3E0, u"Café §1#ABCDEFGH"_s, u"Café §1ABCDEFGH"_s);
         row(0x3C0, "20070921153000", "2007-09-21, 15:30:00");
-        row(0x3C0, "#0070921153000", "-");
     }
 
     // The user text's slot i: radio addresses 0x300 + 2i (low) and 0x301 + 2i

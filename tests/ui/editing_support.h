@@ -67,6 +67,13 @@ inline QLineEdit* inputBox(QWidget* window) {
     return child<QLineEdit>(window, "txtInputBox");
 }
 
+// Types into the frequency box a click on the cell opens, then Enter.
+inline void typeFrequency(QWidget* window, int row, int column, const QString& typed) {
+    clickCell(window, row, column);
+    QTest::keyClicks(inputBox(window), typed);
+    QTest::keyClick(inputBox(window), Qt::Key_Return);
+}
+
 // Makes `row`/`column` the grid's current cell with the keyboard focus.
 inline void focusCell(QWidget* window, int row, int column) {
     QTableWidget* grid = channelGrid(window);

@@ -120,9 +120,7 @@ private slots:
         const auto stepDone = [&] { steps.push_back(window->image()); };
         clickCell(window.get(), 1, 5); // a toggle
         stepDone();
-        clickCell(window.get(), 2, 1); // the frequency box
-        QTest::keyClicks(inputBox(window.get()), "150");
-        QTest::keyClick(inputBox(window.get()), Qt::Key_Return);
+        typeFrequency(window.get(), 2, 1, "150"); // the frequency box
         stepDone();
         QTest::mouseClick(channelBox(window.get(), "chkForbidTx", 3), Qt::LeftButton);
         stepDone();

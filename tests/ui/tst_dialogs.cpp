@@ -66,7 +66,6 @@ private slots:
             QCOMPARE(dialog.selectedPort(), current);
         };
         const QString sim = ui::FrmPort::simulatedRadioCaption();
-        row({}, "COM2", "OptPort_1", {sim});
 #ifdef Q_OS_LINUX
         row({}, "/dev/ttyS2", "OptPort_2", {sim});                             // COM3's device
         row({"ttyS0", "ttyUSB0"}, "ttyS0", "OptPort_0", {"ttyUSB0", sim});     // COM1, once

@@ -35,7 +35,6 @@ private slots:
         };
         row("en_US", "CboTXLimit", 2, "3D6=09");
         row("zh_CN", "CboTOTReset", 15, "3D7=15");
-        row("en_US", "CboPriorityCH", 15, "156=15");
     }
 
     // A list not yet left is written before a command uses the image.
@@ -120,9 +119,7 @@ private slots:
         QCOMPARE(window->image()[0x15A], std::uint8_t(0x59));
         QCOMPARE(child<QLabel>(window.get(), "lblBandRange")->text(), "465.00000～520.00000 MHz");
         QCOMPARE(window->bandLimits(), (BandLimits{465, 520}));
-        clickCell(window.get(), 1, 1);
-        QTest::keyClicks(inputBox(window.get()), "145");
-        QTest::keyClick(inputBox(window.get()), Qt::Key_Return);
+        typeFrequency(window.get(), 1, 1, "145");
         QCOMPARE(cell(window.get(), 1, 1)->text(), QString("465.00000"));
         list->setCurrentIndex(0);
         window->ReFlashData();

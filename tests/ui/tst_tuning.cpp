@@ -3,7 +3,6 @@
 // and Cancel, switching items, Write Test Frequency and leaving.
 #include "editing_support.h"
 #include "frmQTDQT/frm_qtdqt.h"
-#include "simulated_radio.h"
 #include "tuning.h"
 
 #include <QScrollBar>
@@ -30,16 +29,22 @@ RadioImage radioContents() {
     return image;
 }
 
-struct Bench {
-    std::unique_ptr<SimulatedRadio> radio;
-    std::unique_ptr<ui::MainForm> window;
+// The radio above and a window in tuning mode on it.
+struct Bench : RadioBench {
+    Bench() : RadioBench(radioContents()) {
+        if (!window) {
+            return;
+        }
+        // The band comes with a read or a file, not with the tuning area.
+        window->image()[kBandCodeOffset] = 0x06;
+        window->ReFlashData();
+        ModalAnswerer answers;
+        trigger(window.get(), "MenuProgTest");
+        QTRY_VERIFY_WITH_TIMEOUT(child(window.get(), "FraTestCH")->isVisible(), 20000);
+        QCOMPARE(answers.log(), QStringList{seen("frmConnect", 1522)});
+    }
 
     EmulatedRadio::Memory memory() const { return radio->memory(); }
-    template <typename T> T ask(T (EmulatedRadio::*get)() const) const {
-        T value{};
-        radio->withRadio([&](EmulatedRadio& r) { value = (r.*get)(); });
-        return value;
-    }
     std::optional<std::uint8_t> activeItem() const { return ask(&EmulatedRadio::activeTuningItem); }
     std::uint8_t liveValue() const { return ask(&EmulatedRadio::liveTuningValue); }
     QScrollBar* bar() const { return child<QScrollBar>(window.get(), "HscTuneValue"); }
@@ -51,35 +56,19 @@ struct Bench {
     }
 };
 
-// An emulated radio and a window in tuning mode on it.
-void startTuning(Bench& bench) {
-    bench.radio = std::make_unique<SimulatedRadio>(radioContents().toRadioOrder());
-    std::string error;
-    if (!bench.radio->start(error)) {
-        qWarning("emulated radio: %s", error.c_str());
-        return;
-    }
-    bench.window = startWindow("en_US", QString::fromStdString(bench.radio->devicePath()));
-    // The band comes with a read or a file, not with the tuning area.
-    bench.window->image()[kBandCodeOffset] = 0x06;
-    bench.window->ReFlashData();
-    ModalAnswerer answers;
-    trigger(bench.window.get(), "MenuProgTest");
-    QTRY_VERIFY_WITH_TIMEOUT(child(bench.window.get(), "FraTestCH")->isVisible(), 20000);
-}
-
 } // namespace
 
 class TestTuning : public QObject {
     Q_OBJECT
 private slots:
     // The test channels as the radio holds them, edited in the grid and
-    // written with Write Test Frequency.
+    // written with Write Test Frequency; then Channel Window leaves tuning.
     void testChannels() {
         Bench bench;
-        startTuning(bench);
         QVERIFY(bench.window && child(bench.window.get(), "FraTestCH")->isVisible());
         QWidget* w = bench.window.get();
+        QVERIFY(!child(w, "FraCHSet")->isVisible());
+        QCOMPARE(bench.ask(&EmulatedRadio::mode), EmulatedRadio::Mode::Tuning);
         auto* grid = child<QTableWidget>(w, "TestChannelGrid");
         QCOMPARE(grid->item(2, 1)->text(), QString("452.00000"));
         QCOMPARE(grid->item(2, 2)->text(), QString("6.25"));
@@ -124,6 +113,15 @@ private slots:
             QCOMPARE(bench.memory()[std::size_t(address)],
                      bench.window->image().atAddress(address));
         }
+
+        w->setWindowTitle("tuning");
+        trigger(w, "MenuCHfrm");
+        QTRY_VERIFY_WITH_TIMEOUT(bench.ask(&EmulatedRadio::mode) != EmulatedRadio::Mode::Tuning,
+                                 30000);
+        QVERIFY(child(w, "FraCHSet")->isVisible() && !child(w, "FraTestCH")->isVisible());
+        QVERIFY(child<QAction>(w, "MenuCHfrm")->isChecked());
+        QVERIFY(!child<QAction>(w, "MenuProgTest")->isChecked());
+        QCOMPARE(w->windowTitle(), text(1406));
     }
 
     // Items adjusted live: the radio follows every value, OK keeps it in the
@@ -131,7 +129,6 @@ private slots:
     // active takes over at once, and "Exit tuning" leaves tuning mode.
     void adjustItems() {
         Bench bench;
-        startTuning(bench);
         QVERIFY(bench.window && child(bench.window.get(), "FraTestCH")->isVisible());
         bench.clickNode(1503); // 9th squelch level
         QTRY_COMPARE(bench.bar()->value(), 0x20);

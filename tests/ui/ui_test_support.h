@@ -1,6 +1,7 @@
 #pragma once
 
 #include "main_form.h"
+#include "simulated_radio.h"
 #include "string_table.h"
 
 #include <QAbstractButton>
@@ -31,6 +32,28 @@ inline std::unique_ptr<zr310::ui::MainForm> startWindow(const QString& locale = 
     window->show();
     return window;
 }
+
+// An emulated radio holding `contents`, served on a pseudo-terminal, and a
+// main window on its port; `window` is null when the radio did not start.
+struct RadioBench {
+    std::unique_ptr<zr310::SimulatedRadio> radio;
+    std::unique_ptr<zr310::ui::MainForm> window;
+
+    explicit RadioBench(const zr310::RadioImage& contents, zr310::EmulatedRadioOptions options = {})
+        : radio(std::make_unique<zr310::SimulatedRadio>(contents.toRadioOrder(), options)) {
+        std::string error;
+        if (!radio->start(error)) {
+            qWarning("emulated radio: %s", error.c_str());
+            return;
+        }
+        window = startWindow("en_US", QString::fromStdString(radio->devicePath()));
+    }
+    template <typename T> T ask(T (zr310::EmulatedRadio::*get)() const) const {
+        T value{};
+        radio->withRadio([&](zr310::EmulatedRadio& r) { value = (r.*get)(); });
+        return value;
+    }
+};
 
 template <typename T = QWidget> T* child(QObject* window, const QString& name) {
     T* found = window->findChild<T*>(name);
