@@ -60,15 +60,28 @@ void BlockTransfer::closeAfterLastPacket(LinkAction& action) {
     m_blockCounter = kBlockCounterDone;
 }
 
+void BlockTransfer::endSession(LinkAction& action) const {
+    if (m_linkState > 1)
+        action.send = makePacket(kEnd);
+    action.closePort = true;
+    action.pauseAfterClose = kClosePause;
+}
+
+LinkAction BlockTransfer::abandonSession() {
+    LinkAction action = timersStopped();
+    endSession(action);
+    action.watchdog = TimerCommand::start(kCloseAfterEnd);
+    return action;
+}
+
 LinkAction BlockTransfer::restartExchange() {
+    LinkAction action = timersStopped();
+    endSession(action);
     m_linkState = 1;
     m_blockCounter = 1;
     m_progress = 0;
     m_awaited = 0;
     m_reopenPort = true;
-    LinkAction action = timersStopped();
-    action.closePort = true;
-    action.pauseAfterClose = kClosePause;
     action.sendTimer = TimerCommand::start(m_startDelay);
     return action;
 }
@@ -88,7 +101,19 @@ LinkAction BlockTransfer::onSendTick() {
     if (!m_started || m_outcome != TransferOutcome::Running)
         return {};
     m_awaited = 0;
+    // A radio hears "END" in its block state: once it has answered the wake-up,
+    // the identify and confirm that are left go out first.
+    if (m_cancelRequested && (m_linkState == 1 || m_linkState == 4))
+        return cancelAtBoundary();
     return sendStep();
+}
+
+LinkAction BlockTransfer::cancelAtBoundary() {
+    LinkAction action = timersStopped();
+    endSession(action);
+    action.finished = true;
+    m_outcome = TransferOutcome::Cancelled;
+    return action;
 }
 
 LinkAction BlockTransfer::sendStep() {
@@ -133,7 +158,10 @@ LinkAction BlockTransfer::onReply(std::span<const std::uint8_t> reply) {
     m_awaited = 0;
     switch (m_linkState) {
     case 1:
-        return isAck(reply) ? advance(2, kAfterWakeUp) : leaveToWatchdog();
+        if (!isAck(reply))
+            return leaveToWatchdog();
+        m_radioAnswered = true;
+        return advance(2, kAfterWakeUp);
     case 2:
         if (reply.size() != kIdentLength)
             return leaveToWatchdog();
@@ -187,11 +215,16 @@ LinkAction BlockTransfer::onWatchdog() {
     if (!m_started || m_outcome != TransferOutcome::Running)
         return {};
     m_awaited = 0;
+    if (m_cancelRequested && !m_transferFinished)
+        return cancelAtBoundary();
     LinkAction action = timersStopped();
     action.closePort = true;
     action.finished = true;
+    // A radio that answered an earlier wake-up of this transfer was reached:
+    // whatever fails afterwards is an interruption.
     if (!m_transferFinished)
-        m_outcome = m_linkState == 1 ? TransferOutcome::NoResponse : TransferOutcome::Interrupted;
+        m_outcome = m_linkState == 1 && !m_radioAnswered ? TransferOutcome::NoResponse
+                                                         : TransferOutcome::Interrupted;
     else if (m_blockCounter == kBlockCounterDone)
         m_outcome = TransferOutcome::Completed;
     else

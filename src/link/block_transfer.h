@@ -18,6 +18,12 @@ namespace zr310 {
 // is closed without waiting for an answer. There are no retries: one bad or
 // missing reply ends the transfer when the watchdog fires.
 //
+// A cancel takes effect at the next packet boundary: the reply of a packet
+// on the line (or its watchdog) is waited for. Before the wake-up is answered
+// nothing more is sent; after it, the session is ended as a complete one is:
+// the identify and confirm still due go out, then "END", so the radio is not
+// left in the middle of a session.
+//
 // A transfer names its blocks and may take over the identification, the
 // packet of any step and the replies of the ending (state 5 and later).
 class BlockTransfer : public LinkEngine {
@@ -26,6 +32,7 @@ public:
     LinkAction onSendTick() override;
     LinkAction onReply(std::span<const std::uint8_t> reply) override;
     LinkAction onWatchdog() override;
+    void requestCancel() override { m_cancelRequested = true; }
 
     TransferKind kind() const { return m_kind; }
     int linkState() const { return m_linkState; }
@@ -70,13 +77,20 @@ protected:
     // is complete once the watchdog closes the exchange.
     void closeAfterLastPacket(LinkAction& action);
     void markTransferFinished() { m_transferFinished = true; }
-    // Starts the whole exchange again: the port is closed, and after the
-    // pause of a new transfer it is opened again for the wake-up; the blocks
-    // are all sent again. For a radio that may have dropped the session.
+    // Ends the radio's session with "END" and starts the whole exchange
+    // again: the port is closed, and after the pause of a new transfer it is
+    // opened again for the wake-up; the blocks are all sent again.
     LinkAction restartExchange();
+    // Ends the radio's session with "END" and closes the port; the watchdog
+    // then reports the transfer as interrupted.
+    LinkAction abandonSession();
+    bool cancelRequested() const { return m_cancelRequested; }
 
 private:
     LinkAction blockReply(std::span<const std::uint8_t> reply);
+    LinkAction cancelAtBoundary();
+    // "END" (after the wake-up was answered) and the port closed after it.
+    void endSession(LinkAction& action) const;
     bool readsBlocks() const;
 
     TransferKind m_kind;
@@ -90,7 +104,9 @@ private:
     int m_progress = 0;
     int m_awaited = 0; // reply length awaited; 0 = none
     bool m_started = false;
-    bool m_reopenPort = false; // restarted: the wake-up opens the port again
+    bool m_reopenPort = false;    // restarted: the wake-up opens the port again
+    bool m_radioAnswered = false; // a wake-up was acknowledged in this transfer
+    bool m_cancelRequested = false;
     TransferOutcome m_outcome = TransferOutcome::Running;
 };
 

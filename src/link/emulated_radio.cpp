@@ -75,6 +75,8 @@ std::optional<RadioFault> RadioFault::parse(std::string_view text) {
         return RadioFault{Kind::Noise, *block};
     if (name == "corrupt")
         return RadioFault{Kind::Corrupt, *block};
+    if (name == "drop-after")
+        return RadioFault{Kind::DropAfter, *block};
     return std::nullopt;
 }
 
@@ -97,6 +99,8 @@ std::string RadioFault::toString() const {
         return "refuse-tuning";
     case Kind::Corrupt:
         return "corrupt:" + n;
+    case Kind::DropAfter:
+        return "drop-after:" + n;
     }
     return {};
 }
@@ -129,29 +133,28 @@ std::size_t EmulatedRadio::expectedLength() const {
     }
 }
 
-std::vector<std::uint8_t> EmulatedRadio::receive(std::uint8_t byte) {
-    if (m_packet.empty()) {
-        // What may start a packet depends on the mode; anything else is line
-        // noise to the radio and ignored. A wake-up is heard in every mode.
-        bool starts = byte == kStx;
-        switch (m_mode) {
-        case Mode::Idle:
-        case Mode::AwaitIdentify:
-            break;
-        case Mode::AwaitConfirm:
-            starts = starts || byte == kAck;
-            break;
-        case Mode::Programming:
-            starts = starts || byte == kReadCommand || byte == kWriteCommand || byte == 'E' ||
-                     byte == 'Q' || byte == kAck;
-            break;
-        case Mode::Tuning:
-            starts = true;
-            break;
-        }
-        if (!starts)
-            return {};
+bool EmulatedRadio::startsPacket(std::uint8_t byte) const {
+    // What may start a packet depends on the mode; anything else is line
+    // noise to the radio and ignored.
+    const bool forgivingWakeUp = byte == kStx && !m_options.strict;
+    switch (m_mode) {
+    case Mode::Idle:
+    case Mode::AwaitIdentify:
+        return byte == kStx;
+    case Mode::AwaitConfirm:
+        return byte == kAck || forgivingWakeUp;
+    case Mode::Programming:
+        return byte == kReadCommand || byte == kWriteCommand || byte == 'E' || byte == 'Q' ||
+               byte == kAck || forgivingWakeUp;
+    case Mode::Tuning:
+        return !m_options.strict || byte != kStx;
     }
+    return false;
+}
+
+std::vector<std::uint8_t> EmulatedRadio::receive(std::uint8_t byte) {
+    if (m_packet.empty() && !startsPacket(byte))
+        return {};
     m_packet.push_back(byte);
     if (m_packet.size() < expectedLength())
         return {};
@@ -160,6 +163,12 @@ std::vector<std::uint8_t> EmulatedRadio::receive(std::uint8_t byte) {
     if (m_options.fault.kind == RadioFault::Kind::Silent)
         return {};
     return reply;
+}
+
+std::optional<int> EmulatedRadio::dropsSessionAfterMs() const {
+    if (m_options.fault.kind != RadioFault::Kind::DropAfter)
+        return std::nullopt;
+    return m_options.fault.block;
 }
 
 void EmulatedRadio::lineIdle() {

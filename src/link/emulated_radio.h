@@ -26,12 +26,13 @@ struct RadioFault {
         Noise,        // stray bytes before every reply, or before block `block`'s
         RefuseTuning, // answers 'b' to every tuning frame but leaving tuning mode
         Corrupt,      // acknowledges write block `block` but stores its first byte inverted
+        DropAfter,    // gives up a half-done session after `block` ms of silence
     };
     Kind kind = Kind::None;
     int block = 0; // 1-based block packet of the session; 0 = every reply (noise)
 
     // "silent", "short-ident", "bad-lead:N", "drop:N", "noise", "noise:N",
-    // "refuse-tuning", "corrupt:N".
+    // "refuse-tuning", "corrupt:N", "drop-after:MS".
     static std::optional<RadioFault> parse(std::string_view text);
     std::string toString() const;
 };
@@ -39,6 +40,13 @@ struct RadioFault {
 struct EmulatedRadioOptions {
     bool version10 = false; // identification byte 7 is 0x01 instead of 0x02
     RadioFault fault;
+    // Strict: does only what the written protocol says. A wake-up is heard
+    // only while idle; in a session each state answers only its own packet,
+    // the block state only blocks, "END" and the tuning-mode entry (confirm,
+    // tuning command). Forgiving (the default): a wake-up starts a new
+    // session in any state, as a radio switched off and on would.
+    // Neither gives up a session on its own (see RadioFault::DropAfter).
+    bool strict = false;
 };
 
 class EmulatedRadio {
@@ -59,6 +67,9 @@ public:
     // The line has been quiet long enough that a half-done programming
     // session is over: back to waiting for a wake-up. Tuning mode stays.
     void lineIdle();
+    // How long a quiet line takes to end a half-done session (lineIdle),
+    // none when the radio waits for ever.
+    std::optional<int> dropsSessionAfterMs() const;
 
     const Memory& memory() const { return m_memory; }
     Mode mode() const { return m_mode; }
@@ -83,6 +94,7 @@ private:
     std::vector<std::uint8_t> handleTuning();
     std::vector<std::uint8_t> blockReply(std::vector<std::uint8_t> reply);
     std::size_t expectedLength() const;
+    bool startsPacket(std::uint8_t byte) const;
     std::vector<std::uint8_t> withNoise(std::vector<std::uint8_t> reply, bool blockReply) const;
     void endSession();
 

@@ -112,6 +112,11 @@ void LinkSession::start() {
     reportProgress();
 }
 
+void LinkSession::cancel() {
+    if (m_running)
+        m_engine.requestCancel();
+}
+
 void LinkSession::openPort() {
     if (m_port.isOpen())
         return;
@@ -214,9 +219,11 @@ void LinkSession::settle(const LinkAction& action) {
     reportProgress();
 
     if (action.needVersion10Warning) {
+        QElapsedTimer open;
+        open.start();
         if (m_warning)
             m_warning();
-        apply(m_engine.resumeAfterWarning());
+        apply(m_engine.resumeAfterWarning(std::chrono::milliseconds(open.elapsed())));
         return;
     }
     if (action.finished) {

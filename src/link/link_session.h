@@ -69,6 +69,8 @@ public:
     // tuning exchanges run one after another on one session).
     void start();
     bool isRunning() const { return m_running; }
+    // Asks the engine to stop at the next packet boundary (LinkEngine::requestCancel).
+    void cancel();
     // Whether the port is closed when the engine has finished (default: yes).
     void setClosePortWhenFinished(bool close) { m_closeWhenFinished = close; }
     void closePort() { m_port.close(); }

@@ -39,7 +39,8 @@ enum class TransferOutcome {
     Completed,  // BlockCounter reached 200
     NoResponse, // the radio never acknowledged the wake-up (LinkState 1)
     Interrupted,
-    Declined, // a write to a version-1.0 radio was not continued
+    Declined,  // a write to a version-1.0 radio was not continued
+    Cancelled, // the user stopped it; "END" went out if the radio was in a session
 };
 
 // Ids of the texts the link reports with (English ids; see ResString).
@@ -52,8 +53,10 @@ inline constexpr int kMsgReadCompleted = 1530;
 inline constexpr int kMsgWriteCompleted = 1531;
 inline constexpr int kMsgReadVersion10 = 1538;
 inline constexpr int kMsgVersion10Warning = 1539;
-inline constexpr int kMsgVerifyFailed = 1150;  // "Verify failed: ... at %1 (%2 bytes ...)"
-inline constexpr int kMsgVerifyNotRead = 1151; // "Writing completed, but ... read back ..."
+inline constexpr int kMsgVerifyFailed = 1150;   // "Verify failed: ... at %1 (%2 bytes ...)"
+inline constexpr int kMsgVerifyNotRead = 1151;  // "Writing completed, but ... read back ..."
+inline constexpr int kMsgReadCancelled = 1160;  // "Reading cancelled. ..."
+inline constexpr int kMsgWriteCancelled = 1161; // "Writing cancelled: ... write again."
 
 // What to do with one of the two timers.
 struct TimerCommand {
@@ -92,7 +95,9 @@ struct LinkAction {
     TimerCommand sendTimer;   // ctrTimer
     TimerCommand watchdog;    // MessageTimer
     // A write to a version-1.0 radio must show the warning now; the caller
-    // shows it (it may change the flags), then calls resumeAfterWarning().
+    // shows it (it may change the flags), then calls resumeAfterWarning()
+    // with how long it was open. The session stays as it is meanwhile: no
+    // timer runs and nothing is sent.
     bool needVersion10Warning = false;
     bool finished = false; // the exchange is over; the outcome is final
 };
@@ -106,7 +111,13 @@ public:
     virtual LinkAction onSendTick() = 0;
     virtual LinkAction onReply(std::span<const std::uint8_t> reply) = 0;
     virtual LinkAction onWatchdog() = 0;
-    virtual LinkAction resumeAfterWarning() { return {}; }
+    virtual LinkAction resumeAfterWarning(std::chrono::milliseconds openFor) {
+        (void)openFor;
+        return {};
+    }
+    // The user wants the exchange stopped. It stops at the next packet
+    // boundary: a packet on the line gets its reply (or its watchdog) first.
+    virtual void requestCancel() {}
 
     virtual TransferOutcome outcome() const = 0;
     virtual int progressValue() const { return 0; }

@@ -31,9 +31,22 @@ int ProgrammingTransfer::progressMaximum() const {
 }
 
 int ProgrammingTransfer::messageId() const {
-    if (outcome() != TransferOutcome::Interrupted)
+    const bool read = kind() == TransferKind::Read;
+    switch (outcome()) {
+    case TransferOutcome::Interrupted:
+        return read ? kMsgReadInterrupted : kMsgWriteInterrupted;
+    case TransferOutcome::Cancelled:
+        return read ? kMsgReadCancelled : kMsgWriteCancelled;
+    default:
         return 0;
-    return kind() == TransferKind::Read ? kMsgReadInterrupted : kMsgWriteInterrupted;
+    }
+}
+
+LinkAction ProgrammingTransfer::start() {
+    // The warning's answer holds for one write only.
+    if (kind() == TransferKind::Write)
+        flags().skipVersion10Check = false;
+    return BlockTransfer::start();
 }
 
 LinkAction ProgrammingTransfer::sendStep() {
@@ -41,6 +54,8 @@ LinkAction ProgrammingTransfer::sendStep() {
         return {};
     if (m_holding)
         return finishAfterHold();
+    if (m_identityChanged && linkState() == 4)
+        return abandonSession(); // not the radio the user agreed to write
     if (linkState() == 4 && kind() == TransferKind::Write)
         return sendWriteBlock(m_warningAnswered);
     const bool tuning = kind() == TransferKind::EnterTuning || kind() == TransferKind::WriteTuning;
@@ -73,18 +88,15 @@ LinkAction ProgrammingTransfer::sendWriteBlock(bool warningAnswered) {
     return action;
 }
 
-LinkAction ProgrammingTransfer::resumeAfterWarning() {
+LinkAction ProgrammingTransfer::resumeAfterWarning(std::chrono::milliseconds openFor) {
     if (!m_awaitingWarning || outcome() != TransferOutcome::Running)
         return {};
     m_awaitingWarning = false;
     m_warningAnswered = true;
-    const LinkFlags& f = flags();
-    const bool goesOn = !f.radioIsVersion10 || f.skipVersion10Check || f.version10Continue;
-    if (!goesOn)
-        return sendWriteBlock(true); // declined
-    // However long the warning was open, the radio may have dropped the
-    // session meanwhile (it does after 2 s of silence): start again.
-    return restartExchange();
+    m_mayRecover = openFor >= kRadioMayHaveGivenUp;
+    // The radio is still waiting in its block state: the first block (or,
+    // declined, nothing) follows in the same session.
+    return sendWriteBlock(true);
 }
 
 LinkAction ProgrammingTransfer::sendTuningEnding() {
@@ -122,6 +134,8 @@ LinkAction ProgrammingTransfer::finishAfterHold() {
 void ProgrammingTransfer::identified(std::span<const std::uint8_t> ident) {
     LinkFlags& f = flags();
     f.radioIsVersion10 = ident[kIdentVersionIndex] != kIdentCurrentVersion;
+    if (m_recovering && !f.radioIsVersion10)
+        m_identityChanged = true;
     if (f.radioIsVersion10 && kind() == TransferKind::Write && !m_optionConverted) {
         m_optionConverted = true;
         const std::uint8_t option = image().atAddress(kVersion10OptionAddress);
@@ -145,7 +159,17 @@ LinkAction ProgrammingTransfer::endingReply(std::span<const std::uint8_t> reply)
     return isAck(reply) ? advance(6, kBeforeTuningCommand) : leaveToWatchdog();
 }
 
+bool ProgrammingTransfer::firstWriteBlockUnanswered() const {
+    return kind() == TransferKind::Write && linkState() == 4 && blockCounter() == 1 &&
+           !transferFinished() && !cancelRequested() && outcome() == TransferOutcome::Running;
+}
+
 LinkAction ProgrammingTransfer::onWatchdog() {
+    if (m_mayRecover && firstWriteBlockUnanswered()) {
+        m_mayRecover = false;
+        m_recovering = true;
+        return restartExchange();
+    }
     LinkAction action = BlockTransfer::onWatchdog();
     if (action.finished && outcome() == TransferOutcome::Completed && kind() == TransferKind::Write)
         flags().skipVersion10Check = false;

@@ -87,8 +87,9 @@ void PtyRadioServer::run(const std::atomic<bool>& stop, const std::function<void
             if (const auto next = m_pacer.nextDue())
                 wait = std::min(wait, std::chrono::duration_cast<std::chrono::microseconds>(
                                           *next - now + std::chrono::microseconds(1)));
-            if (!m_sessionQuiet) {
-                const auto idleAt = m_lastInput + m_options.idleReset;
+            const auto dropAfter = m_radio.dropsSessionAfterMs();
+            if (!m_sessionQuiet && dropAfter) {
+                const auto idleAt = m_lastInput + std::chrono::milliseconds(*dropAfter);
                 if (idleAt <= now) {
                     m_radio.lineIdle();
                     m_sessionQuiet = true;

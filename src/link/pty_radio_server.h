@@ -2,7 +2,8 @@
 
 // Serves an EmulatedRadio on a pseudo-terminal (Linux and macOS): the PC
 // side opens devicePath() as it would a serial port. Replies are paced like
-// a 9600 baud 8N2 line unless told not to.
+// a 9600 baud 8N2 line unless told not to. A radio with the drop-after
+// fault is told when the line has been quiet that long (lineIdle).
 
 #include "emulated_radio.h"
 #include "line_pacer.h"
@@ -17,9 +18,6 @@ namespace zr310 {
 
 struct PtyServerOptions {
     bool lineDelay = true;
-    // A programming session the PC left half done is dropped after this much
-    // silence, so that the next one starts with a wake-up.
-    std::chrono::milliseconds idleReset{2000};
 };
 
 class PtyRadioServer {

@@ -31,6 +31,8 @@ int RadioInfoTransfer::addressOfBlock(int counter) const {
 int RadioInfoTransfer::windowMessageId() const {
     if (outcome() == TransferOutcome::Running || outcome() == TransferOutcome::NoResponse)
         return 0;
+    if (outcome() == TransferOutcome::Cancelled)
+        return kind() == TransferKind::Read ? kMsgReadCancelled : kMsgWriteCancelled;
     return kind() == TransferKind::Read ? kMsgReadCompleted : kMsgWriteCompleted;
 }
 

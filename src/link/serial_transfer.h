@@ -22,6 +22,8 @@
 //                1533 (the port's problem when it could not be opened).
 //   Interrupted  show messageId (1534 read, 1535 the other kinds) titled 1104.
 //   Declined     a write to a version-1.0 radio was not continued: nothing.
+//   Cancelled    cancel() was called: show messageId (1160 read, 1161 the
+//                other kinds); "END" went out if the radio was in a session.
 
 #include "link_session.h"
 #include "link_types.h"
@@ -63,6 +65,8 @@ public:
     void setClock(ProgrammingTransfer::Clock clock) { m_clock = std::move(clock); }
 
     void start();
+    // Stops at the next packet boundary; `finished` follows as always.
+    void cancel() { m_session.cancel(); }
     bool isRunning() const { return m_session.isRunning(); }
     TransferKind kind() const { return m_engine.kind(); }
     QString portName() const { return m_portName; }
@@ -97,6 +101,7 @@ public:
                  QObject* parent = nullptr);
 
     void start();
+    void cancel() { m_session.cancel(); }
     bool isRunning() const { return m_session.isRunning(); }
     QString portName() const { return m_portName; }
     TransferResult result() const;

@@ -1,6 +1,6 @@
 // zr310-sim: an emulated ZR-310 on a pseudo-terminal.
 //
-//   zr310-sim --memory FILE.bin [--version10] [--fault KIND] [--no-line-delay]
+//   zr310-sim --memory FILE.bin [--version10] [--strict] [--fault KIND] [--no-line-delay]
 //
 // Prints "PTY <device>" as its first line, then serves one programming
 // session after another on that device until SIGINT or SIGTERM. FILE holds
@@ -43,13 +43,16 @@ struct Options {
 };
 
 constexpr std::string_view kUsage =
-    "usage: zr310-sim --memory FILE.bin [--version10] [--fault KIND] [--no-line-delay]\n"
+    "usage: zr310-sim --memory FILE.bin [--version10] [--strict] [--fault KIND]\n"
+    "                 [--no-line-delay]\n"
     "  --memory FILE    the radio's 1024 bytes in radio address order; created\n"
     "                   (erased, all 0xFF) when missing, rewritten after each write\n"
     "                   and each confirmed tuning value\n"
     "  --version10      identify as a version-1.0 radio\n"
+    "  --strict         do only what the written protocol says: a wake-up is heard\n"
+    "                   only between sessions, a session answers only its own packets\n"
     "  --fault KIND     silent | short-ident | bad-lead:N | drop:N | noise | noise:N |\n"
-    "                   refuse-tuning | corrupt:N\n"
+    "                   refuse-tuning | corrupt:N | drop-after:MS\n"
     "  --no-line-delay  answer at once instead of at 9600 baud\n";
 
 std::optional<Options> parseOptions(const std::vector<std::string_view>& args, std::string& error) {
@@ -72,6 +75,8 @@ std::optional<Options> parseOptions(const std::vector<std::string_view>& args, s
             haveMemory = true;
         } else if (arg == "--version10") {
             options.radio.version10 = true;
+        } else if (arg == "--strict") {
+            options.radio.strict = true;
         } else if (arg == "--no-line-delay") {
             options.lineDelay = false;
         } else if (arg == "--fault") {

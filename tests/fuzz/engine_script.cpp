@@ -31,7 +31,7 @@ void EngineScript::run() {
 }
 
 void EngineScript::scriptedEvent() {
-    switch (m_input.byte() % 3) {
+    switch (m_input.byte() % 4) {
     case 0:
         if (m_sendDue)
             fireSendTimer();
@@ -44,9 +44,12 @@ void EngineScript::scriptedEvent() {
         }
         break;
     }
-    default:
+    case 2:
         if (m_watchdogDue)
             fireWatchdog();
+        break;
+    default:
+        m_engine.requestCancel();
         break;
     }
 }
@@ -77,7 +80,10 @@ void EngineScript::apply(const LinkAction& action) {
         const std::uint8_t answer = m_input.byte();
         if (m_answer)
             m_answer(answer);
-        apply(m_engine.resumeAfterWarning());
+        // The high bit: the user took a minute to answer.
+        const Millis openFor = answer & 0x80 ? Millis(60'000) : Millis(0);
+        m_now += openFor;
+        apply(m_engine.resumeAfterWarning(openFor));
         return;
     }
     if (action.finished)

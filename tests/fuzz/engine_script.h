@@ -14,11 +14,13 @@ namespace zr310::fuzz {
 // (src/link/link_session.cpp), with the events taken from the input. A timer
 // fires only while it is armed, and a reply is handed over only while the
 // port is open and the engine awaits one. One byte an event, by its value
-// modulo 3:
+// modulo 4:
 //   0  the send timer fires
 //   1  a reply arrives: the next byte modulo 17 is its length, then its bytes
 //   2  the watchdog fires
-// A version-1.0 warning takes the next byte as its answer.
+//   3  the user asks to cancel
+// A version-1.0 warning takes the next byte as its answer (its high bit: the
+// answer took a minute).
 //
 // When the input runs out the radio falls silent: only the timers fire,
 // earliest first, and the exchange must finish within kMaxQuietSteps.

@@ -200,17 +200,21 @@ private slots:
         row(I, W, 10, missing, cut, 1531, 400);
     }
 
-    // A write to a version-1.0 radio: the flags before, what the user does with
-    // the warning, how often it shows and the outcome. Closing the warning
-    // leaves the flags as they were: an earlier OK goes on, and the answer
-    // holds for the rest of the write. Answered OK late, after the radio
-    // dropped the half-finished session (as it does after 2 s of silence), the
-    // write starts again from the wake-up just the same.
+    // A write to a version-1.0 radio that does only what the protocol says:
+    // the flags before, the answer to the warning and how long it took, what
+    // the radio did meanwhile; how often the warning shows, the outcome and
+    // the packets on the wire (W: a write block, E: END, S: the three packets
+    // that open a session). The first block follows the answer in the same
+    // session. Only after a long wait, when that block goes unanswered, does
+    // the write say END and start once more, without asking again.
     void version10Write() {
-        const auto row = [](bool dontShow, bool continueBefore, const QString& answer, int warnings,
-                            TransferOutcome outcome) {
+        enum Radio { Waits, GaveUp, GaveUpThenCurrent, GaveUpThenSilent };
+        const auto row = [](bool dontShow, bool continueBefore, const QString& answer,
+                            milliseconds openFor, Radio behaviour, TransferOutcome outcome,
+                            const QString& wire) {
             const auto radioBefore = patternedMemory(5);
-            EmulatedRadio radio(radioBefore, {true, {}});
+            EmulatedRadio radio(radioBefore, {.version10 = true, .strict = true});
+            EmulatedRadio current(radioBefore, {.strict = true});
             RadioImage image = patternedImage(9);
             const std::uint8_t option = image.atAddress(0x2B0);
             LinkFlags flags;
@@ -218,51 +222,104 @@ private slots:
             flags.version10Continue = continueBefore;
             ProgrammingTransfer transfer(TransferKind::Write, image, flags, fixedClock);
             VirtualLink link(transfer);
-            link.setRadio(radio);
+            bool gaveUp = false;
+            link.setResponder([&](int, std::span<const std::uint8_t> packet) {
+                if (!gaveUp)
+                    return radioAnswer(radio, packet);
+                if (behaviour == GaveUpThenSilent)
+                    return Bytes{};
+                return radioAnswer(behaviour == GaveUpThenCurrent ? current : radio, packet);
+            });
+            link.setWarningOpenFor(openFor);
             link.setWarningHandler([&] {
                 QVERIFY(link.portOpen());
-                if (answer == "late ok") {
-                    radio.lineIdle(); // the session is gone
-                    flags.skipVersion10Check = flags.version10Continue = true;
-                    flags.version10DontShow = false;
+                if (behaviour != Waits) {
+                    radio.lineIdle();
+                    gaveUp = true;
                 }
+                if (answer == "ok")
+                    flags.skipVersion10Check = flags.version10Continue = true;
+                if (answer == "cancel")
+                    flags.skipVersion10Check = flags.version10Continue = false;
+            });
+            QVERIFY(link.run(minutes(5)));
+
+            QCOMPARE(link.warningsShown(), dontShow ? 0 : 1);
+            QCOMPARE(transfer.outcome(), outcome);
+            QCOMPARE(transfer.messageId(),
+                     outcome == TransferOutcome::Interrupted ? kMsgWriteInterrupted : 0);
+            QVERIFY(!link.portOpen());
+            QCOMPARE(flags.version10DontShow, dontShow);
+            // The option byte is converted once, at the first identification.
+            QCOMPARE(image.atAddress(0x2B0), static_cast<std::uint8_t>((option & 0x78) << 1));
+
+            QString sent;
+            for (std::size_t i = 0; i < link.sent().size(); ++i) {
+                const Bytes& bytes = link.sent()[i].bytes;
+                const bool opensSession = bytes == Bytes(kWakeUp.begin(), kWakeUp.end());
+                sent += opensSession ? "S" : bytes[0] == 'W' ? "W" : bytes[0] == 'E' ? "E" : "";
+                if (opensSession)
+                    i += 2; // identify and confirm
+            }
+            sent.replace(QString(38, 'W'), "38W");
+            QCOMPARE(sent, wire);
+            if (outcome != TransferOutcome::Completed)
+                return;
+            QCOMPARE(blockAddressesSent(link).size(), std::size_t(wire.startsWith("SW") ? 39 : 38));
+            QCOMPARE(radio.commits(), 1);
+            QVERIFY(!flags.skipVersion10Check); // the next write asks again
+            for (int a : writeBlocks()) {
+                for (int i = 0; i < 8; ++i)
+                    QCOMPARE(radio.memory()[a + i], image.atAddress(a + i));
+            }
+        };
+        using enum TransferOutcome;
+        const milliseconds quick = 200ms, minute = 60s;
+        row(false, false, "ok", quick, Waits, Completed, "S38WE");
+        row(false, false, "ok", minute, Waits, Completed, "S38WE");
+        row(false, true, "close", minute, Waits, Completed, "S38WE"); // an earlier OK holds
+        row(false, false, "close", quick, Waits, Declined, "S");
+        row(false, false, "cancel", minute, Waits, Declined, "S");
+        row(true, false, "", 0ms, Waits, Declined, "S"); // "don't show" ticked, no OK before
+        row(true, true, "", 0ms, Waits, Completed, "S38WE");
+        row(false, false, "ok", minute, GaveUp, Completed, "SWES38WE");
+        row(false, false, "ok", quick, GaveUp, Interrupted, "SW"); // too quick to have given up
+        row(false, false, "ok", minute, GaveUpThenCurrent, Interrupted, "SWESE");
+        row(false, false, "ok", minute, GaveUpThenSilent, Interrupted, "SWES");
+    }
+
+    // Cancelled while packet N is on the line: the packet gets its reply, then
+    // END goes out (once the radio is in a session) and nothing more.
+    void cancel() {
+        const auto row = [](TransferKind kind, int cancelDuring, int packets, bool endSent) {
+            EmulatedRadio radio(patternedMemory(5), {.strict = true});
+            RadioImage image = patternedImage(9);
+            const RadioImage before = image;
+            LinkFlags flags;
+            ProgrammingTransfer transfer(kind, image, flags, fixedClock);
+            VirtualLink link(transfer);
+            link.setResponder([&](int index, std::span<const std::uint8_t> packet) {
+                if (index == cancelDuring)
+                    transfer.requestCancel();
+                return radioAnswer(radio, packet);
             });
             QVERIFY(link.run());
 
-            QCOMPARE(link.warningsShown(), warnings);
-            QCOMPARE(transfer.outcome(), outcome);
-            QCOMPARE(transfer.messageId(), 0);
-            QVERIFY(flags.radioIsVersion10);
-            QVERIFY(!flags.skipVersion10Check); // cleared after a completed write, never set else
-            QCOMPARE(flags.version10DontShow, dontShow);
+            QCOMPARE(transfer.outcome(), TransferOutcome::Cancelled);
+            QCOMPARE(transfer.messageId(),
+                     kind == TransferKind::Read ? kMsgReadCancelled : kMsgWriteCancelled);
+            QCOMPARE(int(link.sent().size()), packets);
+            QCOMPARE(link.sent().back().bytes == Bytes(kEnd.begin(), kEnd.end()), endSent);
             QVERIFY(!link.portOpen());
-            // The option byte is converted once, at the identification, before the warning.
-            QCOMPARE(image.atAddress(0x2B0), static_cast<std::uint8_t>((option & 0x78) << 1));
-            const auto& sent = link.sent();
-            if (outcome == TransferOutcome::Declined) {
-                QCOMPARE(sent.size(), std::size_t(3)); // wake-up, identify, confirm only
-                QCOMPARE(radio.memory(), radioBefore);
-                return;
-            }
-            // After the warning, the port closed for 30 ms and the start delay of a
-            // new transfer: wake-up, identify, confirm again, the 38 blocks and END.
-            QCOMPARE(int(sent.size()), 3 + 3 + 38 + 1);
-            QCOMPARE(sent[3].bytes, Bytes(kWakeUp.begin(), kWakeUp.end()));
-            QCOMPARE(sent[4].bytes, Bytes{kStx});
-            QCOMPARE(sent[5].bytes, Bytes{kAck});
-            QVERIFY(sent[3].at - sent[2].at >= milliseconds(60));
-            QCOMPARE(blockAddressesSent(link), writeBlocks());
-            QCOMPARE(radio.blocksWritten(), 38);
-            QCOMPARE(radio.commits(), 1);
-            QCOMPARE(radio.memory()[0x2B0], image.atAddress(0x2B0));
-            for (int a = 0; a < 0x100; ++a)
-                QCOMPARE(radio.memory()[a], image.atAddress(a));
+            QCOMPARE(radio.mode(), EmulatedRadio::Mode::Idle); // ready for the next session
+            if (kind == TransferKind::Write)
+                QCOMPARE(radio.blocksWritten(), packets - 4);
+            else // the blocks read are kept (the window puts its data back itself)
+                QCOMPARE(image.atAddress(0), packets > 4 ? radio.memory()[0] : before.atAddress(0));
         };
-        const auto done = TransferOutcome::Completed, declined = TransferOutcome::Declined;
-        row(false, false, "late ok", 1, done);
-        row(false, true, "close", 1, done);
-        row(false, false, "close", 1, declined);
-        row(true, false, "", 0, declined); // "don't show" ticked before
+        row(TransferKind::Read, 0, 4, true);   // during the wake-up: identify, confirm, END
+        row(TransferKind::Read, 40, 42, true); // during a block
+        row(TransferKind::Write, 10, 12, true);
     }
 
     // One exchange per command, with the answers a radio may give (empty:

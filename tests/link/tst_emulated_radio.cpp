@@ -19,15 +19,20 @@ class TestEmulatedRadio : public QObject {
 private slots:
     // A fault name zr310-sim does not know is refused, not taken as no fault.
     void unknownFaultNames() {
-        for (const char* bad : {"", "drop", "drop:0", "bad-lead:x", "drop:3x", "loud:3"})
+        for (const char* bad :
+             {"", "drop", "drop:0", "bad-lead:x", "drop:3x", "loud:3", "drop-after"})
             QVERIFY2(!RadioFault::parse(bad), bad);
     }
 
-    // What the radio answers to a whole conversation, with a fault. Plain reads
-    // and writes are checked byte for byte through the transfer engines.
+    // What the radio answers to a whole conversation, forgiving or strict
+    // ("strict"), with a fault. Plain reads and writes are checked byte for
+    // byte through the transfer engines.
     void answers() {
         const auto row = [](const char* fault, const QByteArray& sent, const QByteArray& hex) {
-            EmulatedRadio radio(patternedMemory(0), {false, *RadioFault::parse(fault)});
+            const bool strict = QByteArray(fault) == "strict";
+            EmulatedRadio radio(
+                patternedMemory(0),
+                {.fault = *RadioFault::parse(strict ? "none" : fault), .strict = strict});
             const Bytes answer =
                 radioAnswer(radio, {reinterpret_cast<const std::uint8_t*>(sent.data()),
                                     std::size_t(sent.size())});
@@ -48,6 +53,11 @@ private slots:
         // A new wake-up starts over, also in the middle of a write or in tuning mode.
         row("none", kOpen + write2 + kWake + "\x02", opened + "0606" + "06" + ident);
         row("none", kOpen + "QZVTUNE" + kWake + "\x02", opened + "06" + "06" + ident);
+        // A strict radio hears a wake-up only between sessions: after END, or
+        // after leaving tuning mode; a session answers only its own packets.
+        row("strict", kOpen + write2 + kWake + "\x02" + "END" + kWake, opened + "0606" + "06");
+        row("strict", kOpen + "QZVTUNE\x06" + kWake + "\x02", opened + "06" + "06" + "06" + ident);
+        row("strict", kWake + "END\x02\x06", "06" + ident + "06");
         // Tuning mode (stored: 0x2F1 = 0x97, 0x2F2 = 0x9e): 'G' + value, 0x06, or 'b'.
         const QByteArray tune = kOpen + "QZVTUNE", tuned = opened + "06";
         const QByteArray enter33("\x33\x00\x00", 3), cancel33("\x33\x00\x03", 3),

@@ -110,7 +110,9 @@ void VirtualLink::apply(const LinkAction& action) {
         ++m_warnings;
         if (m_warning)
             m_warning();
-        apply(m_engine.resumeAfterWarning());
+        m_now += m_warningOpenFor;
+        apply(m_engine.resumeAfterWarning(
+            std::chrono::duration_cast<std::chrono::milliseconds>(m_warningOpenFor)));
     }
     if (action.finished)
         m_finishedAt = m_now;

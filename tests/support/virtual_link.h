@@ -40,6 +40,8 @@ public:
     // Adds 9600 baud 8N2 line time to every packet and reply.
     void setLineDelay(bool on) { m_lineDelay = on; }
     void setWarningHandler(std::function<void()> handler) { m_warning = std::move(handler); }
+    // How long the user takes to answer the warning: virtual time passes.
+    void setWarningOpenFor(Nanos openFor) { m_warningOpenFor = openFor; }
 
     // Starts the engine and runs until it reports the end, or until `limit`
     // of virtual time has passed (returns false then).
@@ -59,6 +61,7 @@ private:
     LinkEngine& m_engine;
     Responder m_responder;
     std::function<void()> m_warning;
+    Nanos m_warningOpenFor{0};
     bool m_lineDelay = false;
 
     Nanos m_now{0};
