@@ -45,6 +45,13 @@ public:
     }
 
     void start() { m_write.start(); }
+    // Stops whichever transfer runs; one still to come sees the signal itself.
+    void cancel() {
+        if (m_read)
+            m_read->cancel();
+        else
+            m_write.cancel();
+    }
     int status() const { return m_status; }
     std::string line() const { return m_port.port + ": " + m_message; }
 
@@ -64,6 +71,11 @@ private:
     }
 
     void readBack() {
+        if (cancelSignalled()) {
+            failed({.outcome = TransferOutcome::Cancelled, .messageId = kMsgReadCancelled},
+                   TransferKind::Read, text(kMsgVerifyNotRead, m_port.language) + ' ');
+            return;
+        }
         m_readBack = makeStartImage();
         m_read = std::make_unique<SerialTransfer>(
             TransferKind::Read, QString::fromStdString(m_port.port), m_readBack, m_readFlags);
@@ -129,6 +141,10 @@ int writeFleet(const std::vector<std::string>& ports, const RadioImage& image,
                 loop.quit();
         }));
     }
+    const CancelOnSignal cancelOnSignal([&radios] {
+        for (auto& radio : radios)
+            radio->cancel();
+    });
     for (auto& radio : radios)
         radio->start();
     if (waiting > 0)

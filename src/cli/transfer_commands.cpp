@@ -215,6 +215,8 @@ int runWriteCommand(const std::vector<std::string>& arguments, std::ostream& out
         f.skipVersion10Check = f.version10Continue = goOn;
         if (!goOn)
             f.version10DontShow = false;
+        if (cancelSignalled()) // Ctrl+C at the question: end the session
+            transfer.cancel();
     });
     QObject::connect(&transfer, &SerialTransfer::progress, &transfer,
                      [&bar](int value, int maximum) { bar.show(value, maximum); });

@@ -69,6 +69,9 @@ int reportFailure(const TransferResult& result, const PortArgs& port, TransferKi
     }
     case TransferOutcome::Declined:
         return kExitDeclined;
+    case TransferOutcome::Cancelled:
+        err << text(result.messageId, port.language) << '\n';
+        return kExitInterrupted;
     default: {
         const int id = kind == TransferKind::Read ? kMsgReadInterrupted : kMsgWriteInterrupted;
         err << text(kMsgError, port.language) << ": " << text(id, port.language) << '\n';

@@ -4,6 +4,7 @@
 // needs, the --port and --lang options, running a transfer to its end, and
 // the report of a transfer that did not complete.
 
+#include "cancel_signal.h"
 #include "link_types.h"
 #include "serial_transfer.h"
 #include "string_table.h"
@@ -62,15 +63,19 @@ private:
 // own when it fails, kExitVerifyFailed when a byte differs.
 int verifyWrite(const PortArgs& port, const RadioImage& sent, std::ostream& err);
 
-// Reports a transfer that did not complete; returns its exit status.
+// Reports a transfer that did not complete; returns its exit status. A
+// cancelled one says what state the radio may be in and exits as
+// interrupted.
 int reportFailure(const TransferResult& result, const PortArgs& port, TransferKind kind,
                   std::ostream& err);
 
-// Starts a SerialTransfer or InfoTransfer and waits for its end.
+// Starts a SerialTransfer or InfoTransfer and waits for its end; a cancel
+// signal (cancel_signal.h) cancels it.
 template <typename Transfer> TransferResult runToEnd(Transfer& transfer) {
     QEventLoop loop;
     TransferResult result;
     bool ended = false;
+    const CancelOnSignal cancelOnSignal([&transfer] { transfer.cancel(); });
     QObject::connect(&transfer, &Transfer::finished, &loop, [&](const TransferResult& r) {
         result = r;
         ended = true;

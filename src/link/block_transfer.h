@@ -85,10 +85,11 @@ protected:
     // then reports the transfer as interrupted.
     LinkAction abandonSession();
     bool cancelRequested() const { return m_cancelRequested; }
+    // Ends the exchange now as cancelled, with "END" if the radio is in a session.
+    LinkAction cancelAtBoundary();
 
 private:
     LinkAction blockReply(std::span<const std::uint8_t> reply);
-    LinkAction cancelAtBoundary();
     // "END" (after the wake-up was answered) and the port closed after it.
     void endSession(LinkAction& action) const;
     bool readsBlocks() const;

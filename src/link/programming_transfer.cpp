@@ -35,8 +35,8 @@ int ProgrammingTransfer::messageId() const {
     switch (outcome()) {
     case TransferOutcome::Interrupted:
         return read ? kMsgReadInterrupted : kMsgWriteInterrupted;
-    case TransferOutcome::Cancelled:
-        return read ? kMsgReadCancelled : kMsgWriteCancelled;
+    case TransferOutcome::Cancelled: // entering tuning mode only reads
+        return read || kind() == TransferKind::EnterTuning ? kMsgReadCancelled : kMsgWriteCancelled;
     default:
         return 0;
     }
@@ -94,6 +94,8 @@ LinkAction ProgrammingTransfer::resumeAfterWarning(std::chrono::milliseconds ope
     m_awaitingWarning = false;
     m_warningAnswered = true;
     m_mayRecover = openFor >= kRadioMayHaveGivenUp;
+    if (cancelRequested())
+        return cancelAtBoundary();
     // The radio is still waiting in its block state: the first block (or,
     // declined, nothing) follows in the same session.
     return sendWriteBlock(true);

@@ -12,6 +12,8 @@
 #include <QProcess>
 #include <QtTest>
 
+#include <csignal>
+
 using namespace zr310;
 using namespace zr310::testing;
 
@@ -207,41 +209,86 @@ private slots:
         row("", "", kExitOk, "Writing completed\n"); // the paced line
         row(fast + "--version10", "", kExitDeclined, "Give --yes to write it anyway.");
         row(fast + "--version10", "--verify --yes", kExitOk, "Writing completed");
+        row("--strict --version10", "--verify --yes", kExitOk, "Writing completed");
+        row(fast + "--strict", "--verify", kExitOk, "Writing completed");
         row(fast + "--fault drop:5", "", kExitInterrupted,
             "Please Write again because of interruption!");
     }
 
     // Four radios written at once: each gets its own line, in the order given,
     // and the exit status is the worst of them; the silent one stops nobody.
+    // With --yes the version-1.0 radios are written too, strict or forgiving.
     void fleet() {
-        m_dir = std::make_unique<QTemporaryDir>();
-        QRandomGenerator random(12);
-        const RadioImage fileImage = randomImage(random);
-        writeRaw(path("in.bin").toStdString(), fileImage);
-        const QStringList faults{"", "--fault silent", "--fault corrupt:7", "--version10"};
-        std::vector<std::unique_ptr<SimProcess>> sims;
-        QStringList args{path("in.bin"), "--verify", "--force"};
-        for (int i = 0; i < faults.size(); ++i) {
-            const QString memory = path(QStringLiteral("radio%1.bin").arg(i));
-            writeRaw(memory.toStdString(), randomImage(random));
-            sims.push_back(std::make_unique<SimProcess>(memory, "--no-line-delay " + faults[i]));
-            QVERIFY(!sims.back()->port().isEmpty());
-            args << "--port" << sims.back()->port();
-        }
-        const auto run = runOn(Write, args);
-        QCOMPARE(run.status, kExitVerifyFailed);
-        const QStringList lines = QString::fromStdString(run.out).split('\n', Qt::SkipEmptyParts);
-        const QStringList expected{"Writing completed", "Port has no response",
-                                   "first at 0x0030; differing bytes: 1.", "Give --yes"};
-        QCOMPARE(lines.size(), expected.size());
-        for (int i = 0; i < expected.size(); ++i) {
-            QVERIFY2(lines[i].startsWith(sims[i]->port() + ": ") && lines[i].contains(expected[i]),
-                     qPrintable(lines[i]));
-        }
-        QVERIFY(sims[0]->waitForSave());
-        const auto written = readRaw(path("radio0.bin").toStdString()).toRadioOrder();
-        const auto sent = fileImage.toRadioOrder();
-        QVERIFY(std::equal(sent.begin(), sent.begin() + 0x100, written.begin()));
+        const auto row = [this](const QStringList& radios, const QString& extra, int status,
+                                const QStringList& expected) {
+            m_dir = std::make_unique<QTemporaryDir>();
+            QRandomGenerator random(12);
+            const RadioImage fileImage = randomImage(random);
+            writeRaw(path("in.bin").toStdString(), fileImage);
+            std::vector<std::unique_ptr<SimProcess>> sims;
+            QStringList args{path("in.bin"), "--verify", "--force"};
+            args += extra.split(' ', Qt::SkipEmptyParts);
+            for (int i = 0; i < radios.size(); ++i) {
+                const QString memory = path(QStringLiteral("radio%1.bin").arg(i));
+                writeRaw(memory.toStdString(), randomImage(random));
+                sims.push_back(
+                    std::make_unique<SimProcess>(memory, "--no-line-delay " + radios[i]));
+                QVERIFY(!sims.back()->port().isEmpty());
+                args << "--port" << sims.back()->port();
+            }
+            const auto run = runOn(Write, args);
+            QCOMPARE(run.status, status);
+            const QStringList lines =
+                QString::fromStdString(run.out).split('\n', Qt::SkipEmptyParts);
+            QCOMPARE(lines.size(), expected.size());
+            for (int i = 0; i < expected.size(); ++i) {
+                QVERIFY2(lines[i].startsWith(sims[i]->port() + ": ") &&
+                             lines[i].contains(expected[i]),
+                         qPrintable(lines[i]));
+            }
+            QVERIFY(sims[0]->waitForSave());
+            const auto written = readRaw(path("radio0.bin").toStdString()).toRadioOrder();
+            const auto sent = fileImage.toRadioOrder();
+            QVERIFY(std::equal(sent.begin(), sent.begin() + 0x100, written.begin()));
+        };
+        const QString done = "Writing completed";
+        row({"", "--fault silent", "--fault corrupt:7", "--version10"}, "", kExitVerifyFailed,
+            {done, "Port has no response", "first at 0x0030; differing bytes: 1.", "Give --yes"});
+        row({"--strict --version10", "--strict", "--version10"}, "--yes", kExitOk,
+            {done, done, done});
+    }
+
+    // A transfer stopped by a signal ends the radio's session (the strict
+    // radio then answers the next command), says what state the radio may
+    // be in, exits 4, and writes no output file.
+    void cancelledBySignal() {
+        const auto row = [this](const QString& command, int signal, const QString& message) {
+            QRandomGenerator random(14);
+            const auto sim = startSim(randomImage(random), "--strict");
+            writeRaw(path("in.bin").toStdString(), randomImage(random));
+            QProcess cli;
+            const QStringList io = command == "read" ? QStringList{"-o", path("out.k720")}
+                                                     : QStringList{path("in.bin"), "--force"};
+            cli.start(ZR310_CLI_EXE,
+                      QStringList{command, "--port", sim->port(), "--trace", path("trace.txt")} +
+                          io);
+            // Once blocks are on the line, the signal.
+            QTRY_VERIFY_WITH_TIMEOUT(contents(path("trace.txt")).count('\n') > 12, 30'000);
+            ::kill(pid_t(cli.processId()), signal);
+            QVERIFY(cli.waitForFinished(30'000));
+            QCOMPARE(cli.exitStatus(), QProcess::NormalExit);
+            QCOMPARE(cli.exitCode(), kExitInterrupted);
+            const QString err = QString::fromUtf8(cli.readAllStandardError());
+            QVERIFY2(err.contains(message), qPrintable(err));
+            QVERIFY(!QFile::exists(path("out.k720")));
+            const QByteArray trace = contents(path("trace.txt")).trimmed();
+            QVERIFY2(trace.endsWith("> 45 4E 44"), trace.right(80).constData()); // END
+            QCOMPARE(runOn(Info, {"--port", sim->port()}).status, kExitOk);
+        };
+        row("read", SIGINT, "Reading cancelled. Nothing was changed.");
+        row("write", SIGTERM,
+            "Writing cancelled: the radio may hold a partly written memory: write again.");
+        row("write", SIGHUP, "Writing cancelled");
     }
 
     // On the radio built into the program ("sim"): the write sends the text and

@@ -33,11 +33,13 @@ RadioImage radioContents() {
     return image;
 }
 
-// The radio above, as a version-1.0 one or with a fault, and a window on it.
-RadioBench startBench(bool version10, const QString& fault = {}) {
+// The radio above, as a version-1.0 one, with a fault, or strict, and a
+// window on it.
+RadioBench startBench(bool version10, const QString& fault = {}, bool strict = false) {
     EmulatedRadioOptions options;
     options.version10 = version10;
     options.fault = RadioFault::parse(fault.toStdString()).value_or(RadioFault{});
+    options.strict = strict;
     return RadioBench(radioContents(), options);
 }
 
@@ -185,12 +187,13 @@ private slots:
     }
 
     // Two writes to a version-1.0 radio, every warning answered with the
-    // button, "don't show again" as ticked: the windows of both, and the
-    // blocks the radio took. The link suite has the other answers.
+    // button after a while, "don't show again" as ticked: the windows of
+    // both, and the blocks the radio took. The radio is strict, or gives up
+    // a session after 300 ms of silence. The link suite has the other answers.
     void version10Write() {
-        const auto row = [](const QString& button, bool dontShow, const QStringList& windows,
-                            int blocks) {
-            const RadioBench bench = startBench(true);
+        const auto row = [](const QString& radio, int answerAfterMs, const QString& button,
+                            bool dontShow, const QStringList& windows, int blocks) {
+            const RadioBench bench = startBench(true, radio, radio == "strict");
             QVERIFY(bench.window);
             const auto& window = bench.window;
             ModalAnswerer answers;
@@ -198,7 +201,9 @@ private slots:
                 if (modal->objectName() == "frmWarning") {
                     modal->findChild<QCheckBox*>("ChkNext")->setChecked(dontShow);
                 }
-                ModalAnswerer::click(modal, modal->findChild<QAbstractButton*>(button));
+                QTimer::singleShot(answerAfterMs, modal, [modal, button] {
+                    ModalAnswerer::click(modal, modal->findChild<QAbstractButton*>(button));
+                });
             };
             trigger(window.get(), "menuProgWrite");
             trigger(window.get(), "menuProgWrite");
@@ -207,8 +212,51 @@ private slots:
         };
         const QString c = seen("frmConnect", 1521), w = seen("frmWarning", 1121);
         const QString d = seen("msgBox", 1529, text(1531));
-        row("CmdOK", true, {c, w, d, c, d}, 76);
-        row("CmdCancel", true, {c, w, c, w}, 0);
+        row("strict", 0, "CmdOK", true, {c, w, d, c, d}, 76);
+        row("strict", 1000, "CmdOK", false, {c, w, d, c, w, d}, 76);
+        row("drop-after:300", 1000, "CmdOK", false, {c, w, d, c, w, d}, 76);
+        // Declined, the write sends nothing more, END neither: a strict radio
+        // would wait in its session, this one hears the next wake-up.
+        row("", 0, "CmdCancel", true, {c, w, c, w}, 0);
+    }
+
+    // Esc or Cancel on the transfer window in the middle of a read or a write:
+    // the box says what became of the radio, the window's data is as before,
+    // and the strict radio, its session ended, answers the next read.
+    void cancelTransfer() {
+        const auto row = [](const QString& action, bool escape, int titleId, int messageId) {
+            const RadioBench bench = startBench(false, {}, true);
+            QVERIFY(bench.window);
+            const auto& window = bench.window;
+            const RadioImage before = window->image();
+            ModalAnswerer answers;
+            QTimer cancel;
+            QObject::connect(&cancel, &QTimer::timeout, [&] {
+                auto* progress =
+                    QApplication::activeModalWidget()
+                        ? QApplication::activeModalWidget()->findChild<QProgressBar*>("PrgValue")
+                        : nullptr;
+                if (progress == nullptr || progress->value() < 10)
+                    return;
+                cancel.stop();
+                QWidget* connect = progress->window();
+                if (escape)
+                    QTest::keyClick(connect, Qt::Key_Escape);
+                else
+                    child<QAbstractButton>(connect, "CmdCancel")->click();
+            });
+            cancel.start(5);
+            trigger(window.get(), action);
+            QCOMPARE(answers.log(), (QStringList{seen("frmConnect", titleId),
+                                                 seen("msgBox", titleId, text(messageId))}));
+            QVERIFY(window->image() == before);
+            QVERIFY(bench.ask(&EmulatedRadio::mode) == EmulatedRadio::Mode::Idle);
+            trigger(window.get(), "menuProgRead");
+            QCOMPARE(answers.log().size(), 4);
+            QCOMPARE(answers.log().last(), seen("msgBox", 1528, text(1530)));
+        };
+        row("menuProgRead", true, 1520, 1160);
+        row("menuProgWrite", false, 1521, 1161);
     }
 
     // With Verify After Write ticked the radio is read back after the write

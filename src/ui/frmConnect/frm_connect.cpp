@@ -6,6 +6,7 @@
 
 #include <QLabel>
 #include <QProgressBar>
+#include <QPushButton>
 #include <QTimer>
 #include <QVBoxLayout>
 
@@ -52,9 +53,15 @@ FrmConnect::FrmConnect(TransferKind kind, const QString& portName, RadioImage& i
     m_progress->setTextVisible(false);
     m_progress->setMinimumWidth(300);
 
+    m_cancel = new QPushButton(res(1103), this); // "&Cancel"
+    m_cancel->setObjectName(QStringLiteral("CmdCancel"));
+    m_cancel->setAutoDefault(false);
+    connect(m_cancel, &QPushButton::clicked, this, &FrmConnect::reject);
+
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(m_message);
     layout->addWidget(m_progress);
+    layout->addWidget(m_cancel, 0, Qt::AlignRight);
     layout->setSizeConstraint(QLayout::SetFixedSize);
 
     m_transfer = new SerialTransfer(kind, portName, image, flags, this);
@@ -80,9 +87,12 @@ void FrmConnect::showEvent(QShowEvent* event) {
 
 void FrmConnect::onFinished(const TransferResult& result) {
     m_result = result;
-    const QString note =
-        result.outcome != TransferOutcome::Completed && m_onFailure ? m_onFailure() : QString();
-    if (result.outcome == TransferOutcome::Interrupted && result.messageId != 0) {
+    const QString note = result.outcome != TransferOutcome::Completed && m_onFailure
+                             ? m_onFailure(result)
+                             : QString();
+    if (result.outcome == TransferOutcome::Cancelled) {
+        showMessageBox(this, QMessageBox::Information, windowTitle(), resDisplay(result.messageId));
+    } else if (result.outcome == TransferOutcome::Interrupted && result.messageId != 0) {
         QString text = resDisplay(result.messageId);
         if (!note.isEmpty()) {
             text += QLatin1Char('\n') + note;
@@ -93,10 +103,11 @@ void FrmConnect::onFinished(const TransferResult& result) {
 }
 
 void FrmConnect::reject() {
-    if (m_transfer->isRunning() || !m_started) {
-        return;
+    // The window closes itself once the transfer has stopped.
+    if (m_transfer->isRunning()) {
+        m_transfer->cancel();
+        m_cancel->setEnabled(false);
     }
-    QDialog::reject();
 }
 
 } // namespace zr310::ui

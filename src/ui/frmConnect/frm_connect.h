@@ -10,13 +10,15 @@
 
 class QLabel;
 class QProgressBar;
+class QPushButton;
 
 namespace zr310::ui {
 
 // `frmConnect`: the small modal window that runs one programming transfer
 // with the radio, shows its progress in `PrgValue` and closes itself when
-// the exchange is over. An interrupted transfer is reported here; every
-// other outcome is left to the caller through result().
+// the exchange is over. Its `CmdCancel` button and Esc stop the transfer at
+// the next packet boundary. An interrupted or cancelled transfer is
+// reported here; every other outcome is left to the caller through result().
 class FrmConnect : public QDialog {
     Q_OBJECT
 public:
@@ -29,9 +31,10 @@ public:
 
     // Runs when the transfer has ended without completing, before the
     // interruption box is shown; a text it returns is added to that box.
-    void setOnFailure(std::function<QString()> onFailure) { m_onFailure = std::move(onFailure); }
+    using OnFailure = std::function<QString(const TransferResult&)>;
+    void setOnFailure(OnFailure onFailure) { m_onFailure = std::move(onFailure); }
 
-    // Esc and the close box do nothing while the radio is being talked to.
+    // Esc cancels the transfer (the window closes when it has stopped).
     void reject() override;
 
 protected:
@@ -43,8 +46,9 @@ private:
     SerialTransfer* m_transfer = nullptr;
     QLabel* m_message = nullptr;
     QProgressBar* m_progress = nullptr;
+    QPushButton* m_cancel = nullptr;
     TransferResult m_result;
-    std::function<QString()> m_onFailure;
+    OnFailure m_onFailure;
     bool m_started = false;
 };
 

@@ -53,14 +53,17 @@ TransferResult MainForm::runTransfer(TransferKind kind, RadioImage* sent) {
     // A read stores each block in the image as it arrives. One that does not
     // complete must not leave the data mixed with part of a radio's: the
     // image it started from is put back before the interruption box, which
-    // says so. The grid was not refreshed, so it shows that image still.
+    // says so. The grid was not refreshed, so it shows that image still. A
+    // cancelled transfer of any kind leaves the data as it was, the write's
+    // date stamp and version-1.0 conversion included.
     const RadioImage before = m_image;
-    if (kind == TransferKind::Read) {
-        dialog.setOnFailure([this, &before] {
+    dialog.setOnFailure([this, &before, kind](const TransferResult& result) {
+        const bool cancelled = result.outcome == TransferOutcome::Cancelled;
+        if (kind == TransferKind::Read || cancelled) {
             m_image = before;
-            return res(kMsgReadPutBack);
-        });
-    }
+        }
+        return kind == TransferKind::Read && !cancelled ? res(kMsgReadPutBack) : QString();
+    });
     dialog.exec();
     if (sent != nullptr) {
         *sent = dialog.sentBlocks();
