@@ -258,6 +258,45 @@ private slots:
             {done, done, done});
     }
 
+    // The version-1.0 question on a terminal (zr310-cli run by `script`),
+    // answered at once, after 1.5 s, or with no: the wake-ups and blocks on
+    // the wire (the write's trace), the exit status. The strict radio is
+    // written in one session however late the answer; the one that gives up
+    // after 300 ms of silence gets a second.
+    void answeredOnTheTerminal() {
+        const auto row = [this](const QString& simOptions, const char* answer, int afterMs,
+                                int status, int wakeUps, int blocks) {
+            QRandomGenerator random(15);
+            const auto sim = startSim(randomImage(random), "--version10 " + simOptions);
+            writeRaw(path("in.bin").toStdString(), randomImage(random));
+            const QString command =
+                QStringList{ZR310_CLI_EXE,  "write",   "--port",  sim->port(),
+                            path("in.bin"), "--force", "--trace", path("trace.txt")}
+                    .join(' ');
+            QProcess cli;
+            cli.start("script", {"-qec", command, "/dev/null"});
+            QByteArray shown;
+            QTRY_VERIFY_WITH_TIMEOUT((shown += cli.readAllStandardOutput()).contains("[y/N]"),
+                                     30'000);
+            QTest::qWait(afterMs);
+            cli.write(answer);
+            QVERIFY(cli.waitForFinished(30'000));
+            QCOMPARE(cli.exitCode(), status);
+            const QList<QByteArray> trace = contents(path("trace.txt")).split('\n');
+            const auto sent = [&trace](const char* packet) {
+                return std::count_if(trace.begin(), trace.end(), [packet](const QByteArray& line) {
+                    return line.contains(QByteArray("> ") + packet);
+                });
+            };
+            QCOMPARE(sent("02 50 52 4F"), wakeUps);
+            QCOMPARE(sent("57 "), blocks);
+        };
+        row("--strict", "y\n", 0, kExitOk, 1, 38);
+        row("--strict", "y\n", 1500, kExitOk, 1, 38);
+        row("--strict", "n\n", 0, kExitDeclined, 1, 0);
+        row("--fault drop-after:300", "y\n", 1500, kExitOk, 2, 39);
+    }
+
     // A transfer stopped by a signal ends the radio's session (the strict
     // radio then answers the next command), says what state the radio may
     // be in, exits 4, and writes no output file.
