@@ -4,6 +4,7 @@
 #include "compare_commands.h"
 #include "csv_commands.h"
 #include "edit_commands.h"
+#include "ports_command.h"
 #include "report_command.h"
 #include "show_command.h"
 #include "transfer_commands.h"
@@ -49,11 +50,19 @@ Commands:
                                           squelch9, squelch3, ctcss_deviation or
                                           cdcss_deviation, VALUE 0..255 or 0x00..0xFF
   tune --port PORT --write-test FILE      write the test channels of FILE to the radio
+  ports [--probe] [--json] [--port PORT]...
+                                          the serial ports the system reports, with their
+                                          description, manufacturer, USB VID:PID and serial
+                                          number; --port adds one it does not list (a
+                                          pseudo-terminal, sim); --probe asks on every port
+                                          at once, in under a second, whether a radio answers
+                                          (current or version 1.0) or why nothing does; it
+                                          reads and writes nothing
 
 FILE is a data file (.k720) or a raw image (.bin, 1024 bytes in radio address order).
 PORT is COM1..COM4, a serial device (/dev/ttyUSB0, COM7), or sim (a built-in emulated radio).
-The radio commands take --lang en|zh too, and --trace FILE: every byte sent (>) and
-  received (<) with the seconds since the start, in hex.
+The radio commands take --lang en|zh too, and all but ports take --trace FILE: every byte
+  sent (>) and received (<) with the seconds since the start, in hex.
 Every completed read is also saved, never replacing a file, as DATE_TIME_RADIOID.k720 in
   the backups folder: $XDG_DATA_HOME/zr310/backups (~/.local/share/zr310/backups when
   XDG_DATA_HOME is unset), %APPDATA%\zr310\backups on Windows, ~/Library/Application
@@ -68,7 +77,7 @@ Exit status: 0 done, 2 usage error, 3 no response (or the port cannot be opened:
   message says why), 4 interrupted, 5 file refused, 6 write to a version-1.0 radio
   declined, 7 the radio read back after a write --verify differs, 8 a tuning frame
   refused by the radio, 9 write refused: the data fails its checks. diff exits 0 when
-  the files are equal, 1 when they differ.
+  the files are equal, 1 when they differ; ports --probe exits 3 when no radio answered.
 )";
 
 const std::map<std::string, Command>& commands() {
@@ -84,6 +93,7 @@ const std::map<std::string, Command>& commands() {
         {"write", zr310::runWriteCommand},
         {"info", zr310::runInfoCommand},
         {"tune", zr310::runTuneCommand},
+        {"ports", zr310::runPortsCommand},
     };
     return table;
 }

@@ -50,11 +50,15 @@ PortArgs takePortArgs(std::vector<std::string>& args, PortCount count) {
     parsed.port = parsed.ports.empty() ? std::string() : parsed.ports.front();
     if (parsed.port.empty())
         throw UsageError("--port PORT is required (COM1..COM4, a device, or sim)");
-    for (auto it = parsed.ports.begin(); it != parsed.ports.end(); ++it) {
-        if (std::find(parsed.ports.begin(), it, *it) != it)
+    rejectRepeatedPorts(parsed.ports);
+    return parsed;
+}
+
+void rejectRepeatedPorts(const std::vector<std::string>& ports) {
+    for (auto it = ports.begin(); it != ports.end(); ++it) {
+        if (std::find(ports.begin(), it, *it) != it)
             throw UsageError("--port " + *it + " is given twice");
     }
-    return parsed;
 }
 
 int reportFailure(const TransferResult& result, const PortArgs& port, TransferKind kind,

@@ -44,6 +44,8 @@ enum class PortCount { One, Many };
 // Takes --lang, --trace and the required --port (-p) out of args; with
 // PortCount::Many --port may be given once for each radio, each port once.
 PortArgs takePortArgs(std::vector<std::string>& args, PortCount count = PortCount::One);
+// A UsageError when a port is given twice.
+void rejectRepeatedPorts(const std::vector<std::string>& ports);
 
 // The --trace file of a radio command: while this lives, every byte sent and
 // received goes to it (SerialTrace).

@@ -123,9 +123,14 @@ void LinkSession::openPort() {
     m_portProblem = {};
     m_port.setReadBufferSize(kReadBufferSize);
     // Nothing will answer a port that is not open: the engine's watchdog ends
-    // the exchange, and the problem tells why.
+    // the exchange, and the problem tells why. A file or a folder given as
+    // the port is not opened at all.
+    const QString resolved = resolvePortName(m_portName);
+    m_portProblem = portPathProblem(resolved);
+    if (m_portProblem)
+        return;
     if (!m_port.open(QIODevice::ReadWrite)) {
-        m_portProblem = {portProblemKind(m_port.error()), m_port.errorString()};
+        m_portProblem = openProblem(resolved, m_port.error(), m_port.errorString());
         return;
     }
     const bool configured =
@@ -133,7 +138,7 @@ void LinkSession::openPort() {
         m_port.setParity(QSerialPort::NoParity) && m_port.setStopBits(QSerialPort::TwoStop) &&
         m_port.setFlowControl(QSerialPort::NoFlowControl);
     if (!configured) {
-        m_portProblem = {PortProblemKind::OtherError, m_port.errorString()};
+        m_portProblem = {PortProblemKind::OtherError, m_port.errorString(), {}};
         m_port.close();
         return;
     }

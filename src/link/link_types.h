@@ -55,8 +55,8 @@ inline constexpr int kMsgReadVersion10 = 1538;
 inline constexpr int kMsgVersion10Warning = 1539;
 inline constexpr int kMsgVerifyFailed = 1150;   // "Verify failed: ... at %1 (%2 bytes ...)"
 inline constexpr int kMsgVerifyNotRead = 1151;  // "Writing completed, but ... read back ..."
-inline constexpr int kMsgReadCancelled = 1160;  // "Reading cancelled. ..."
-inline constexpr int kMsgWriteCancelled = 1161; // "Writing cancelled: ... write again."
+inline constexpr int kMsgReadCancelled = 1182;  // "Reading cancelled. ..."
+inline constexpr int kMsgWriteCancelled = 1183; // "Writing cancelled: ... write again."
 
 // What to do with one of the two timers.
 struct TimerCommand {

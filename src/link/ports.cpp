@@ -1,7 +1,5 @@
 #include "ports.h"
 
-#include "link_types.h"
-
 #include <QEventLoop>
 #include <QFileInfo>
 #include <QRegularExpression>
@@ -18,11 +16,30 @@
 
 namespace zr310 {
 
+QList<PortInfo> systemPorts() {
+    QList<PortInfo> ports;
+    for (const auto& info : QSerialPortInfo::availablePorts()) {
+        PortInfo port{
+            info.portName(),    info.systemLocation(), info.description(), info.manufacturer(), {},
+            info.serialNumber()};
+        if (info.hasVendorIdentifier() && info.hasProductIdentifier()) {
+            const auto hex = [](quint16 id) {
+                return QString::number(id, 16).rightJustified(4, '0');
+            };
+            port.usbId =
+                hex(info.vendorIdentifier()) + QLatin1Char(':') + hex(info.productIdentifier());
+        }
+        ports << port;
+    }
+    std::sort(ports.begin(), ports.end(),
+              [](const PortInfo& a, const PortInfo& b) { return a.name < b.name; });
+    return ports;
+}
+
 QStringList availablePortNames() {
     QStringList names;
-    for (const auto& info : QSerialPortInfo::availablePorts())
-        names << info.portName();
-    std::sort(names.begin(), names.end());
+    for (const PortInfo& port : systemPorts())
+        names << port.name;
     return names;
 }
 
@@ -60,6 +77,14 @@ QString resolvePortName(const QString& name) {
     return name;
 }
 
+QString portFilePath(const QString& resolvedName) {
+    // QSerialPort opens a bare name under /dev.
+    const bool isPath = resolvedName.startsWith(QLatin1Char('/')) ||
+                        resolvedName.startsWith(QStringLiteral("./")) ||
+                        resolvedName.startsWith(QStringLiteral("../"));
+    return isPath ? resolvedName : QStringLiteral("/dev/") + resolvedName;
+}
+
 QString portDevice(const QString& name) {
     if (name == kSimulatedPortName)
         return name;
@@ -72,11 +97,7 @@ QString portDevice(const QString& name) {
         device.remove(0, 4);
     return device;
 #else
-    // QSerialPort opens a bare name under /dev.
-    const bool isPath = resolved.startsWith(QLatin1Char('/')) ||
-                        resolved.startsWith(QStringLiteral("./")) ||
-                        resolved.startsWith(QStringLiteral("../"));
-    const QString path = isPath ? resolved : QStringLiteral("/dev/") + resolved;
+    const QString path = portFilePath(resolved);
     const QString target = QFileInfo(path).canonicalFilePath();
     return target.isEmpty() ? path : target;
 #endif
@@ -87,19 +108,6 @@ bool isSamePort(const QString& a, const QString& b) {
         return true;
     const QString device = portDevice(a);
     return !device.isEmpty() && device == portDevice(b);
-}
-
-PortProblemKind portProblemKind(QSerialPort::SerialPortError error) {
-    switch (error) {
-    case QSerialPort::NoError:
-        return PortProblemKind::None;
-    case QSerialPort::DeviceNotFoundError:
-        return PortProblemKind::NoSuchPort;
-    case QSerialPort::PermissionError:
-        return PortProblemKind::PermissionDenied;
-    default:
-        return PortProblemKind::OtherError;
-    }
 }
 
 bool probePort(const QString& name) {
@@ -120,57 +128,6 @@ bool probePort(const QString& name) {
     }
     port.close();
     return configured;
-}
-
-QString noResponseText(const QString& portName, Language language) {
-    const auto text = ResString(kMsgNoResponse, language);
-    return portName + QString::fromUtf8(text.data(), qsizetype(text.size()));
-}
-
-namespace {
-
-// "No such port: %1 does not exist.", "... cannot be opened: another program is
-// using it, or you are not allowed to use it.", "... join the dialout group
-// ...", "The port %1 cannot be opened: %2" (the system's words).
-constexpr int kMsgNoSuchPort = 1155;
-constexpr int kMsgPortNotAllowed = 1156;
-constexpr int kMsgJoinDialout = 1157;
-constexpr int kMsgPortNotOpened = 1158;
-
-QString tableText(int id, Language language) {
-    const auto text = ResString(id, language);
-    return QString::fromUtf8(text.data(), qsizetype(text.size()));
-}
-
-// "COM1 (/dev/ttyS0)" when the name stands for a device of another name.
-QString portCaption(const QString& portName) {
-    if (portName == kSimulatedPortName)
-        return portName;
-    const QString device = resolvePortName(portName);
-    return device.isEmpty() || device == portName ? portName
-                                                  : portName + QStringLiteral(" (%1)").arg(device);
-}
-
-} // namespace
-
-QString unreachableText(const QString& portName, const PortProblem& problem, Language language) {
-    const QString port = portCaption(portName);
-    switch (problem.kind) {
-    case PortProblemKind::None:
-        break;
-    case PortProblemKind::NoSuchPort:
-        return tableText(kMsgNoSuchPort, language).arg(port);
-    case PortProblemKind::PermissionDenied: {
-        QString text = tableText(kMsgPortNotAllowed, language).arg(port);
-#ifdef Q_OS_LINUX
-        text += QLatin1Char('\n') + tableText(kMsgJoinDialout, language);
-#endif
-        return text;
-    }
-    case PortProblemKind::OtherError:
-        return tableText(kMsgPortNotOpened, language).arg(port, problem.systemMessage);
-    }
-    return noResponseText(portName, language);
 }
 
 } // namespace zr310

@@ -7,8 +7,9 @@
 // docs/ports.md), or "sim": the emulated radio this process serves on a
 // pseudo-terminal (Linux and macOS).
 
-#include "string_table.h"
+#include "port_problem.h"
 
+#include <QList>
 #include <QSerialPort>
 #include <QString>
 #include <QStringList>
@@ -21,6 +22,20 @@ inline const QString kSimulatedPortName = QStringLiteral("sim");
 // on Windows, /dev/ttyS0../dev/ttyS3 on Linux, and on macOS the n-th serial
 // device the system reports. Empty when there is none.
 QString portNameForSelectedPort(int n);
+
+// A port the system reports and what the system knows of it. A field the
+// system does not know is empty.
+struct PortInfo {
+    QString name;         // as the system names it: "ttyUSB0", "COM7"
+    QString device;       // the device opened: "/dev/ttyUSB0", \\.\COM7 on Windows
+    QString description;  // "FT232R USB UART"
+    QString manufacturer; // "FTDI"
+    QString usbId;        // USB vendor and product id in hex, "0403:6001"
+    QString serialNumber;
+};
+
+// The ports the system reports, sorted by name.
+QList<PortInfo> systemPorts();
 
 // The ports the system reports, by their system names.
 QStringList availablePortNames();
@@ -36,32 +51,13 @@ QString resolvePortName(const QString& name);
 QString portDevice(const QString& name);
 bool isSamePort(const QString& a, const QString& b);
 
-// Why a port could not be opened.
-enum class PortProblemKind { None, NoSuchPort, PermissionDenied, OtherError };
-
-struct PortProblem {
-    PortProblemKind kind = PortProblemKind::None;
-    QString systemMessage; // the system's words, for OtherError
-
-    explicit operator bool() const { return kind != PortProblemKind::None; }
-};
-
-// The kind of problem an error of QSerialPort::open() is. A port that is in
-// use by another program gives PermissionError too.
-PortProblemKind portProblemKind(QSerialPort::SerialPortError error);
+// The file QSerialPort opens for a resolved name on Linux and macOS: a bare
+// name is looked for under /dev.
+QString portFilePath(const QString& resolvedName);
 
 // Whether the port exists and can be opened: opens it at 19200 8N1, sends
 // the modem identification command "ATI1" + CR, lets events run for 200 ms,
 // and closes it. Nothing received is looked at.
 bool probePort(const QString& name);
-
-// "COM1Port has no response, ..." : the port name run straight into the
-// text, as the program reports a radio that never answered.
-QString noResponseText(const QString& portName, Language language);
-
-// Why nothing answered on the port: the port's problem when it could not be
-// opened ("No such port: /dev/ttyUSB0 does not exist."; for a port it may not use,
-// on Linux, how to join the dialout group), otherwise noResponseText().
-QString unreachableText(const QString& portName, const PortProblem& problem, Language language);
 
 } // namespace zr310

@@ -51,7 +51,7 @@ public:
     bool recovered() const { return m_recovering; }
 
     // The text the transfer itself reports: 1534 or 1535 when interrupted,
-    // 1160 (a read or entering tuning mode) or 1161 when cancelled, otherwise 0 (the caller reports
+    // 1182 (a read or entering tuning mode) or 1183 when cancelled, otherwise 0 (the caller reports
     // the other outcomes).
     int messageId() const;
     int progressMaximum() const override;

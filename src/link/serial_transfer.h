@@ -22,7 +22,7 @@
 //                1533 (the port's problem when it could not be opened).
 //   Interrupted  show messageId (1534 read, 1535 the other kinds) titled 1104.
 //   Declined     a write to a version-1.0 radio was not continued: nothing.
-//   Cancelled    cancel() was called: show messageId (1160 read, 1161 the
+//   Cancelled    cancel() was called: show messageId (1182 read, 1183 the
 //                other kinds); "END" went out if the radio was in a session.
 
 #include "link_session.h"

@@ -41,8 +41,9 @@ private slots:
 
     // The port in use is checked, whatever its name; OK with it untouched
     // keeps that name, and a port the system reports is listed once.
-    // `systemPorts` as the system names them; "LINK" is a link to /dev/null;
-    // `added` the captions after COM1..COM4.
+    // `systemPorts` as the system names them ("NAME=DESCRIPTION" where the
+    // system describes it); "LINK" is a link to /dev/null; `added` the
+    // captions after COM1..COM4.
     void portChoices() {
         const auto row = [](const QStringList& systemPorts, QString current, const char* checked,
                             const QStringList& added) {
@@ -52,7 +53,11 @@ private slots:
                 QVERIFY(QFile::link("/dev/null", current));
             }
             ui::PortChoices choices;
-            choices.systemPorts = systemPorts;
+            for (const QString& port : systemPorts) {
+                const QString name = port.section('=', 0, 0);
+                choices.systemPorts.append(
+                    {name, portFilePath(name), port.section('=', 1), {}, {}, {}});
+            }
             ui::FrmPort dialog(current, choices);
             auto* start = child<QRadioButton>(&dialog, checked);
             QVERIFY(start && start->isChecked());
@@ -67,13 +72,63 @@ private slots:
         };
         const QString sim = ui::FrmPort::simulatedRadioCaption();
 #ifdef Q_OS_LINUX
-        row({}, "/dev/ttyS2", "OptPort_2", {sim});                             // COM3's device
-        row({"ttyS0", "ttyUSB0"}, "ttyS0", "OptPort_0", {"ttyUSB0", sim});     // COM1, once
-        row({"ttyUSB0"}, "/dev/ttyUSB0", "OptPortSystem_0", {"ttyUSB0", sim}); // by its path
+        row({}, "/dev/ttyS2", "OptPort_2", {sim});                         // COM3's device
+        row({"ttyS0", "ttyUSB0"}, "ttyS0", "OptPort_0", {"ttyUSB0", sim}); // COM1, once
+        row({"ttyUSB0=FT232R USB UART"}, "/dev/ttyUSB0", "OptPortSystem_0",
+            {"ttyUSB0  (FT232R USB UART)", sim}); // by its path
         row({"null"}, "LINK", "OptPortSystem_0", {"null", sim});
 #endif
         row({"ttyUSB0"}, "/dev/pts/77", "OptPortCurrent", {"ttyUSB0", "/dev/pts/77", sim});
         row({"ttyUSB0"}, "sim", "OptPortSim", {"ttyUSB0", sim});
+    }
+
+    // Find Radio asks every listed port but the simulated radio, all at once,
+    // and checks the first where a radio answered. `radios` are served as
+    // the system's ports, in order: "current", "v10" or "silent"; COM1..COM4
+    // cannot be opened and are not asked. `said` is the label (%1 and %2:
+    // the ports that answered, `answered` their indexes), or the box when
+    // none did.
+    void findRadio() {
+        const auto row = [](const QStringList& radios, const char* checked, int said,
+                            const QList<int>& answered) {
+            std::vector<std::unique_ptr<SimulatedRadio>> served;
+            ui::PortChoices choices;
+            QStringList ports;
+            for (const QString& kind : radios) {
+                const auto fault = RadioFault::parse(kind == "silent" ? "silent" : "none");
+                served.push_back(std::make_unique<SimulatedRadio>(
+                    EmulatedRadio::Memory{}, EmulatedRadioOptions{kind == "v10", *fault}));
+                std::string error;
+                QVERIFY2(served.back()->start(error), error.c_str());
+                ports << QString::fromStdString(served.back()->devicePath());
+                choices.systemPorts.append({ports.back(), ports.back(), {}, {}, {}, {}});
+            }
+            ui::FrmPort dialog({}, choices);
+            dialog.show();
+            ModalAnswerer answers;
+            auto* find = child<QAbstractButton>(&dialog, "CmdFindRadio");
+            find->click();
+            QVERIFY(!find->isEnabled());
+            QTRY_VERIFY_WITH_TIMEOUT(find->isEnabled(), 60'000);
+
+            QVERIFY(child<QRadioButton>(&dialog, checked)->isChecked());
+            QString label = said == 1163 ? QString() : text(said);
+            QStringList names;
+            for (int i : answered) {
+                names << ports[i];
+            }
+            if (said == 1164) {
+                label = label.arg(names.first());
+            } else if (said == 1165) {
+                label = label.arg(names.join(", "), names.first());
+            }
+            QCOMPARE(child<QLabel>(&dialog, "LblFindRadio")->text(), label);
+            const QStringList box{seen("msgBox", 1162, text(1163))};
+            QCOMPARE(answers.log(), said == 1163 ? box : QStringList());
+        };
+        row({"silent", "current"}, "OptPortSystem_1", 1164, {1});
+        row({"v10", "silent", "current"}, "OptPortSystem_0", 1165, {0, 2});
+        row({"silent"}, "OptPort_0", 1163, {});
     }
 
     void aboutBox() {

@@ -103,15 +103,42 @@ constexpr StringRow kStrings[] = {
     {1153, "Serial &Trace...", "串口跟踪...(&T)"},
     {1154, "The trace file cannot be written:", "无法写入跟踪文件："},
     {1155, "No such port: %1 does not exist.", "没有这个端口：%1 不存在。"},
-    {1156, "The port %1 cannot be opened: another program is using it, or you are not allowed to use it.",
-     "无法打开端口 %1：它正被其他程序使用，或者您没有使用它的权限。"},
-    {1157, "To be allowed to use serial ports, join the dialout group (sudo usermod -aG dialout $USER), then log out and log in again.",
-     "要获得使用串口的权限，请加入 dialout 组（sudo usermod -aG dialout $USER），然后注销并重新登录。"},
+    {1156, "The port %1 is in use by another program. Close that program, or choose another port.",
+     "端口 %1 正被其他程序使用。请关闭该程序，或选择其他端口。"},
+    {1157,
+     "To be allowed to use it, join the %1 group (sudo usermod -aG %1 $USER), then log out and log "
+     "in again.",
+     "要获得使用它的权限，请加入 %1 组（sudo usermod -aG %1 $USER），然后注销并重新登录。"},
     {1158, "The port %1 cannot be opened: %2", "无法打开端口 %1：%2"},
     {1159, "Not written: the radio is version 1.0. Give --yes to write it anyway.",
      "未写频：该机为V1.0版。如仍要写频，请加上 --yes。"},
-    {1160, "Reading cancelled. Nothing was changed.", "读频已取消，未做任何更改。"},
-    {1161, "Writing cancelled: the radio may hold a partly written memory: write again.",
+    {1160, "You are not allowed to use the port %1.", "您没有使用端口 %1 的权限。"},
+    {1161, "The port %1 cannot be opened: it is not a serial port.",
+     "无法打开端口 %1：它不是串口。"},
+    {1162, "Find Radio", "查找对讲机"},
+    {1163, "No radio answered on any port, please check connection and Power!",
+     "所有端口都没有对讲机响应，请确保连接正确或其电源是否打开！"},
+    {1164, "Radio found on %1.", "在 %1 上找到对讲机。"},
+    {1165, "Radios answered on %1; the first, %2, is chosen.",
+     "%1 上都有对讲机响应，已选择第一个：%2。"},
+    {1166, "Looking for the radio...", "正在查找对讲机..."},
+    {1167, "Port", "端口"},
+    {1168, "Description", "描述"},
+    {1169, "Manufacturer", "制造商"},
+    {1170, "VID:PID", "VID:PID"},
+    {1171, "Serial Number", "序列号"},
+    {1172, "Radio", "对讲机"},
+    {1173, "current", "当前版本"},
+    {1174, "version 1.0", "V1.0版"},
+    {1175, "no answer", "无响应"},
+    {1176, "in use", "被占用"},
+    {1177, "not allowed", "无权限"},
+    {1178, "not a serial port", "不是串口"},
+    {1179, "no such port", "没有这个端口"},
+    {1180, "cannot be opened", "无法打开"},
+    {1181, "incomplete answer", "响应不完整"},
+    {1182, "Reading cancelled. Nothing was changed.", "读频已取消，未做任何更改。"},
+    {1183, "Writing cancelled: the radio may hold a partly written memory: write again.",
      "写频已取消：对讲机中的数据可能只写入了一部分，请重新写频。"},
     {1200, "Channel Setting", "信道设置"},
     {1201, "Close", "关闭"},
@@ -239,7 +266,9 @@ const StringRow* findRow(int id) {
 
 } // namespace
 
-Language currentLanguage() { return gbytLang == 1 ? Language::Chinese : Language::English; }
+Language currentLanguage() {
+    return gbytLang == 1 ? Language::Chinese : Language::English;
+}
 
 std::string_view ResString(int id, Language language) {
     const StringRow* row = findRow(id);
@@ -248,8 +277,12 @@ std::string_view ResString(int id, Language language) {
     return language == Language::Chinese ? row->chinese : row->english;
 }
 
-std::string ResString(int id) { return std::string(ResString(id, currentLanguage())); }
+std::string ResString(int id) {
+    return std::string(ResString(id, currentLanguage()));
+}
 
-bool hasResString(int id) { return findRow(id) != nullptr; }
+bool hasResString(int id) {
+    return findRow(id) != nullptr;
+}
 
 } // namespace zr310

@@ -1,11 +1,13 @@
 #include "frm_port.h"
 
+#include "common/message_box.h"
 #include "common/texts.h"
 #include "ports.h"
 
 #include <QButtonGroup>
 #include <QGroupBox>
 #include <QHBoxLayout>
+#include <QLabel>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QVBoxLayout>
@@ -14,13 +16,23 @@
 
 namespace zr310::ui {
 
+namespace {
+
+constexpr int kMsgFindRadio = 1162;    // "Find Radio"
+constexpr int kMsgNoRadioFound = 1163; // "No radio answered on any port, ..."
+constexpr int kMsgRadioFound = 1164;   // "Radio found on %1."
+constexpr int kMsgRadiosFound = 1165;  // "Radios answered on %1; the first, %2, is chosen."
+constexpr int kMsgFindingRadio = 1166; // "Looking for the radio..."
+
+} // namespace
+
 QString FrmPort::simulatedRadioCaption() {
     return currentLanguage() == Language::Chinese ? QStringLiteral("模拟对讲机")
                                                   : QStringLiteral("Simulated radio");
 }
 
 FrmPort::FrmPort(const QString& currentPort, const PortChoices& choices, QWidget* parent)
-    : QDialog(parent) {
+    : QDialog(parent), m_systemPorts(choices.systemPorts) {
     setObjectName(QStringLiteral("frmPort"));
     setWindowTitle(res(1412));
 
@@ -30,31 +42,37 @@ FrmPort::FrmPort(const QString& currentPort, const PortChoices& choices, QWidget
     m_group = new QButtonGroup(this);
 
     for (int n = 1; n <= 4; ++n) {
-        const QString com = QStringLiteral("COM%1").arg(n);
-        addOption(QStringLiteral("OptPort_%1").arg(n - 1), com, com)
+        addOption(QStringLiteral("OptPort_%1").arg(n - 1), QStringLiteral("COM%1").arg(n))
             ->setEnabled(choices.comUsable[n - 1]);
     }
-    addSystemPorts(choices.systemPorts);
+    addSystemPorts();
     checkCurrent(currentPort);
-    QRadioButton* sim =
-        addOption(QStringLiteral("OptPortSim"), simulatedRadioCaption(), kSimulatedPortName);
+    QRadioButton* sim = addOption(QStringLiteral("OptPortSim"), kSimulatedPortName);
     if (currentPort == kSimulatedPortName) {
         sim->setChecked(true);
     } else if (m_group->checkedId() < 0) {
         m_group->button(0)->setChecked(true); // no port in use: COM1, as the program starts
     }
+    m_lblFindRadio = new QLabel(this);
+    m_lblFindRadio->setObjectName(QStringLiteral("LblFindRadio"));
+    m_lblFindRadio->hide(); // until Find Radio has something to say
+    frame->layout()->addWidget(m_lblFindRadio);
 
     auto* cmdOk = new QPushButton(res(1102), this);
     cmdOk->setObjectName(QStringLiteral("CmdOK"));
     cmdOk->setDefault(true);
     auto* cmdCancel = new QPushButton(res(1103), this);
     cmdCancel->setObjectName(QStringLiteral("CmdCancel"));
+    m_cmdFindRadio = new QPushButton(res(kMsgFindRadio), this);
+    m_cmdFindRadio->setObjectName(QStringLiteral("CmdFindRadio"));
     connect(cmdOk, &QPushButton::clicked, this, &QDialog::accept);
     connect(cmdCancel, &QPushButton::clicked, this, &QDialog::reject);
+    connect(m_cmdFindRadio, &QPushButton::clicked, this, &FrmPort::findRadio);
 
     auto* buttons = new QVBoxLayout;
     buttons->addWidget(cmdOk);
     buttons->addWidget(cmdCancel);
+    buttons->addWidget(m_cmdFindRadio);
     buttons->addStretch();
     auto* layout = new QHBoxLayout(this);
     layout->addWidget(frame, 1);
@@ -64,13 +82,13 @@ FrmPort::FrmPort(const QString& currentPort, const PortChoices& choices, QWidget
 
 // Each device once: a system port that is COM1..COM4 (ttyS0 on Linux) or
 // one listed already is left out.
-void FrmPort::addSystemPorts(const QStringList& systemPorts) {
+void FrmPort::addSystemPorts() {
     int k = 0;
-    for (const QString& port : systemPorts) {
+    for (const PortInfo& info : m_systemPorts) {
         const bool listed = std::any_of(m_ports.begin(), m_ports.end(),
-                                        [&](const QString& p) { return isSamePort(p, port); });
+                                        [&](const QString& p) { return isSamePort(p, info.name); });
         if (!listed) {
-            addOption(QStringLiteral("OptPortSystem_%1").arg(k++), port, port);
+            addOption(QStringLiteral("OptPortSystem_%1").arg(k++), info.name);
         }
     }
 }
@@ -86,7 +104,7 @@ void FrmPort::checkCurrent(const QString& currentPort) {
         return isSamePort(port, currentPort);
     });
     if (same == m_ports.end()) {
-        addOption(QStringLiteral("OptPortCurrent"), currentPort, currentPort)->setChecked(true);
+        addOption(QStringLiteral("OptPortCurrent"), currentPort)->setChecked(true);
         return;
     }
     const auto id = static_cast<int>(same - m_ports.begin());
@@ -94,7 +112,15 @@ void FrmPort::checkCurrent(const QString& currentPort) {
     m_group->button(id)->setChecked(true);
 }
 
-QRadioButton* FrmPort::addOption(const QString& name, const QString& caption, const QString& port) {
+// Captioned with the port's name, and the system's description of its
+// device beside it when there is one.
+QRadioButton* FrmPort::addOption(const QString& name, const QString& port) {
+    QString caption = port == kSimulatedPortName ? simulatedRadioCaption() : port;
+    const auto info = std::find_if(m_systemPorts.begin(), m_systemPorts.end(),
+                                   [&](const PortInfo& p) { return isSamePort(p.device, port); });
+    if (port != kSimulatedPortName && info != m_systemPorts.end() && !info->description.isEmpty()) {
+        caption += QStringLiteral("  (%1)").arg(info->description);
+    }
     auto* option = new QRadioButton(caption, this);
     option->setObjectName(name);
     m_group->addButton(option, static_cast<int>(m_ports.size()));
@@ -106,6 +132,46 @@ QRadioButton* FrmPort::addOption(const QString& name, const QString& caption, co
 QString FrmPort::selectedPort() const {
     const int id = m_group->checkedId();
     return id >= 0 ? m_ports[id] : m_ports.constFirst();
+}
+
+// Every enabled option but the simulated radio, at once.
+void FrmPort::findRadio() {
+    QStringList ports;
+    for (qsizetype id = 0; id < m_ports.size(); ++id) {
+        if (m_ports[id] != kSimulatedPortName && m_group->button(int(id))->isEnabled()) {
+            ports << m_ports[id];
+        }
+    }
+    m_cmdFindRadio->setEnabled(false);
+    m_lblFindRadio->setText(res(kMsgFindingRadio));
+    m_lblFindRadio->show();
+    auto* search = new RadioSearch(ports, this);
+    connect(search, &RadioSearch::finished, this, [this, search] {
+        search->deleteLater();
+        radioSearchDone(search->results());
+    });
+    search->start();
+}
+
+void FrmPort::radioSearchDone(const QList<ProbeResult>& results) {
+    QStringList found;
+    for (const ProbeResult& result : results) {
+        if (result.found()) {
+            found << result.port;
+        }
+    }
+    if (found.isEmpty()) {
+        m_lblFindRadio->clear();
+        m_lblFindRadio->hide();
+        showMessageBox(this, QMessageBox::Warning, res(kMsgFindRadio), res(kMsgNoRadioFound));
+    } else {
+        m_group->button(int(m_ports.indexOf(found.first())))->setChecked(true);
+        m_lblFindRadio->setText(
+            found.size() == 1
+                ? res(kMsgRadioFound).arg(found.first())
+                : res(kMsgRadiosFound).arg(found.join(QStringLiteral(", ")), found.first()));
+    }
+    m_cmdFindRadio->setEnabled(true);
 }
 
 } // namespace zr310::ui

@@ -41,7 +41,7 @@ void MainForm::showPortDialog() {
     for (int n = 1; n <= 4; ++n) {
         choices.comUsable[n - 1] = probePort(QStringLiteral("COM%1").arg(n));
     }
-    choices.systemPorts = availablePortNames();
+    choices.systemPorts = systemPorts();
     FrmPort dialog(m_portName, choices, this);
     if (dialog.exec() == QDialog::Accepted) {
         m_portName = dialog.selectedPort();
