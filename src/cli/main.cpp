@@ -50,14 +50,15 @@ Commands:
                                           squelch9, squelch3, ctcss_deviation or
                                           cdcss_deviation, VALUE 0..255 or 0x00..0xFF
   tune --port PORT --write-test FILE      write the test channels of FILE to the radio
-  ports [--probe] [--json] [--port PORT]...
+  ports [--probe] [--json] [--port PORT]... [--only]
                                           the serial ports the system reports, with their
                                           description, manufacturer, USB VID:PID and serial
                                           number; --port adds one it does not list (a
                                           pseudo-terminal, sim); --probe asks on every port
                                           at once, in under a second, whether a radio answers
                                           (current or version 1.0) or why nothing does; it
-                                          reads and writes nothing
+                                          reads and writes nothing; --only: just the ports
+                                          given with --port
 
 FILE is a data file (.k720) or a raw image (.bin, 1024 bytes in radio address order).
 PORT is COM1..COM4, a serial device (/dev/ttyUSB0, COM7), or sim (a built-in emulated radio).

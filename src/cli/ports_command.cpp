@@ -27,11 +27,11 @@ struct PortRow {
     std::optional<ProbeResult> probe;
 };
 
-// The system's ports, then each port given that opens none of the devices
-// already in the list.
-std::vector<PortRow> portRows(const std::vector<std::string>& given) {
+// The system's ports (unless `only` the given ones), then each port given
+// that opens none of the devices already in the list.
+std::vector<PortRow> portRows(const std::vector<std::string>& given, bool only) {
     std::vector<PortRow> rows;
-    for (const PortInfo& info : systemPorts())
+    for (const PortInfo& info : only ? QList<PortInfo>{} : systemPorts())
         rows.push_back({info, true, {}});
     for (const std::string& name : given) {
         const QString port = QString::fromStdString(name);
@@ -158,14 +158,17 @@ int runPortsCommand(const std::vector<std::string>& arguments, std::ostream& out
     const Language language = takeLanguageOption(args);
     const bool probe = takeFlag(args, "--probe");
     const bool json = takeFlag(args, "--json");
+    const bool only = takeFlag(args, "--only");
     const std::vector<std::string> given = takeValueOptions(args, "--port", "-p");
     rejectUnknownOptions(args);
     if (!args.empty())
         throw UsageError("unexpected argument '" + args.front() + "'");
+    if (only && given.empty())
+        throw UsageError("--only lists the ports given with --port: give at least one");
     rejectRepeatedPorts(given);
 
     ensureApplication();
-    std::vector<PortRow> rows = portRows(given);
+    std::vector<PortRow> rows = portRows(given, only);
     if (probe)
         probeAll(rows);
     out << (json ? portsAsJson(rows, language) : portsAsTable(rows, probe, language));

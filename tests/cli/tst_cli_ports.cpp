@@ -82,7 +82,7 @@ private slots:
             {m_dir.filePath("ttyNOPE0"), "", "no such port", "No such port: %1 does not exist.",
              "没有这个端口"},
         };
-        QStringList args{"--probe"};
+        QStringList args{"--probe", "--only"};
         for (const Row& row : rows)
             args << "--port" << row.port;
 
@@ -128,9 +128,10 @@ private slots:
                 QVERIFY(!QString::fromStdString(run.out).contains("radio"));
         };
         const QString silent = startRadio(false, "silent"), radio = startRadio(true, "none");
-        row({"--probe", "--port", silent}, kExitNoResponse);
-        row({"--probe", "--port", silent, "--port", radio}, kExitOk);
-        row({"--json", "--port", silent}, kExitOk);
+        row({"--probe", "--only", "--port", silent}, kExitNoResponse);
+        row({"--probe", "--only", "--port", silent, "--port", radio}, kExitOk);
+        row({"--json", "--port", silent}, kExitOk); // the system's ports are listed, not probed
+        row({"--only"}, kExitUsage);
     }
 };
 
