@@ -237,6 +237,7 @@ int runInfoCommand(const std::vector<std::string>& arguments, std::ostream& out,
     std::vector<std::string> args = arguments;
     const PortArgs port = takePortArgs(args);
     const bool json = takeFlag(args, "--json");
+    const bool verify = takeFlag(args, "--verify");
     bool setText = false;
     std::string newText;
     for (auto it = args.begin(); it != args.end(); ++it) {
@@ -251,6 +252,8 @@ int runInfoCommand(const std::vector<std::string>& arguments, std::ostream& out,
         throw UsageError("unexpected argument '" + args.front() + "'");
     if (setText && json)
         throw UsageError("--json shows the information; it cannot go with --set-text");
+    if (verify && !setText)
+        throw UsageError("--verify checks the write of --set-text; give it with --set-text");
     if (setText) {
         const int length = utf16Length(newText);
         if (length < 0)
@@ -279,6 +282,10 @@ int runInfoCommand(const std::vector<std::string>& arguments, std::ostream& out,
     const auto result = runToEnd(transfer);
     if (result.outcome != TransferOutcome::Completed)
         return reportFailure(result, port, TransferKind::Write, err);
+    if (verify) {
+        if (const int status = verifyInfoWrite(port, image, err); status != kExitOk)
+            return status;
+    }
     out << text(kMsgWriteFinished, port.language) << '\n';
     return kExitOk;
 }
