@@ -135,6 +135,7 @@ int runReadCommand(const std::vector<std::string>& arguments, std::ostream& out,
     std::vector<std::string> args = arguments;
     const PortArgs port = takePortArgs(args);
     const std::string output = takeValueOption(args, "--output", "-o");
+    const bool force = takeFlag(args, "--force");
     rejectUnknownOptions(args);
     if (output.empty())
         throw UsageError("-o OUT is required");
@@ -142,6 +143,9 @@ int runReadCommand(const std::vector<std::string>& arguments, std::ostream& out,
         throw UsageError("unexpected argument '" + args.front() + "'");
     if (!endsWith(output, ".k720") && !endsWith(output, ".bin"))
         throw UsageError("OUT must end in .k720 or .bin");
+    // Refused before the port is opened, not after the radio was read.
+    if (!checkOutputFile(output, force, err))
+        return kExitFileRefused;
 
     ensureApplication();
     const TraceScope trace(port, err);

@@ -13,9 +13,10 @@
 
 namespace zr310 {
 
-// zr310-cli read --port PORT -o OUT [--lang en|zh]
-// OUT ends in .k720 (data file) or .bin (raw image). A read that does not
-// complete writes nothing.
+// zr310-cli read --port PORT -o OUT [--force] [--lang en|zh]
+// OUT ends in .k720 (data file) or .bin (raw image); it is checked
+// (checkOutputFile) before the port is opened. A read that does not complete
+// writes nothing.
 int runReadCommand(const std::vector<std::string>& args, std::ostream& out, std::ostream& err);
 
 // zr310-cli write --port PORT IN [--yes] [--verify] [--lang en|zh]

@@ -113,7 +113,7 @@ private slots:
             const QStringList before = backups.entryList(QDir::Files);
 
             const auto run =
-                runOn(Read, {"--port", sim->port(), "-o", path(output), "--lang", lang});
+                runOn(Read, {"--port", sim->port(), "-o", path(output), "--force", "--lang", lang});
             QCOMPARE(run.status, status);
             const QString shown = QString::fromStdString(status == 0 ? run.out : run.err);
             QVERIFY2(shown.contains(message), qPrintable(shown));
