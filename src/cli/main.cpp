@@ -9,10 +9,12 @@
 #include "transfer_commands.h"
 #include "tune_command.h"
 
+#include <algorithm>
 #include <functional>
 #include <iostream>
 #include <map>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace {
@@ -77,6 +79,29 @@ Exit status: 0 done, 2 usage error, 3 no response (or the port cannot be opened:
   exits 0 when the files are equal, 1 when they differ.
 )";
 
+// `COMMAND --help`: the lines of kUsage that start with the command and their
+// continuations, then the notes below the list of commands.
+std::string commandHelp(std::string_view name) {
+    const std::string_view usage = kUsage;
+    const std::size_t list = usage.find("Commands:\n") + 10;
+    const std::size_t notes = usage.find("\n\n", list) + 1;
+    std::string help = "usage:\n";
+    bool mine = false;
+    for (std::size_t at = list; at < notes;) {
+        const std::size_t end = usage.find('\n', at) + 1;
+        const std::string_view line = usage.substr(at, end - at);
+        if (line.size() > 2 && line[2] != ' ') { // the first line of a command
+            const std::string_view rest = line.substr(2);
+            mine = rest.size() > name.size() && rest.substr(0, name.size()) == name &&
+                   (rest[name.size()] == ' ' || rest[name.size()] == '\n');
+        }
+        if (mine)
+            help += line;
+        at = end;
+    }
+    return help + std::string(usage.substr(notes));
+}
+
 const std::map<std::string, Command>& commands() {
     static const std::map<std::string, Command> table{
         {"new", zr310::runNewCommand},
@@ -108,6 +133,13 @@ int main(int argc, char** argv) {
         return zr310::kExitUsage;
     }
     args.erase(args.begin());
+    // set --help lists every key of set as well.
+    const bool help = std::find(args.begin(), args.end(), "--help") != args.end() ||
+                      std::find(args.begin(), args.end(), "-h") != args.end();
+    if (help && command->first != "set") {
+        std::cout << commandHelp(command->first);
+        return zr310::kExitOk;
+    }
     try {
         return command->second(args, std::cout, std::cerr);
     } catch (const zr310::UsageError& error) {
