@@ -1,5 +1,6 @@
 #include "cli_common.h"
 
+#include "atomic_file.h"
 #include "radio_info.h"
 
 #include <algorithm>
@@ -83,14 +84,38 @@ bool saveImageFileReporting(const std::filesystem::path& path, const RadioImage&
     return false;
 }
 
-void refuseExistingOutput(const std::filesystem::path& path, bool force) {
+bool checkOutputFile(const std::filesystem::path& path, bool force, std::ostream& err) {
     namespace fs = std::filesystem;
-    // The link itself counts, even one that leads nowhere or to itself. A path
-    // that cannot be looked at (none) is left to the save to report.
+    if (const std::string problem = saveProblem(path); !problem.empty()) {
+        err << "cannot write " << pathText(path) << ": " << problem << '\n';
+        return false;
+    }
+    // The link itself counts, even one that leads nowhere.
     std::error_code ec;
-    const fs::file_type type = fs::symlink_status(path, ec).type();
-    if (!force && type != fs::file_type::not_found && type != fs::file_type::none)
+    if (!force && fs::symlink_status(path, ec).type() != fs::file_type::not_found)
         throw UsageError(pathText(path) + " already exists (add --force to replace it)");
+    return true;
+}
+
+bool lockForEditing(FileLock& lock, const std::filesystem::path& path, std::ostream& err) {
+    switch (lock.acquire(path, kEditLockWait)) {
+    case FileLock::Status::Held:
+        return true;
+    case FileLock::Status::Unsupported:
+        err << "warning: " << pathText(path)
+            << " cannot be locked on its file system; editing it without a lock\n";
+        return true;
+    case FileLock::Status::Busy:
+        err << "cannot edit " << pathText(path) << ": another program is changing it (waited "
+            << kEditLockWait.count() << " seconds for its lock " << pathText(lock.lockPath())
+            << "); nothing was changed, try again\n";
+        return false;
+    case FileLock::Status::Failed:
+        break;
+    }
+    err << "cannot lock " << pathText(path) << " for editing: " << pathText(lock.lockPath()) << ": "
+        << lock.error() << '\n';
+    return false;
 }
 
 } // namespace zr310

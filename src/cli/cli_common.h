@@ -1,9 +1,11 @@
 #pragma once
 
+#include "file_lock.h"
 #include "k720_file.h"
 #include "radio_image.h"
 #include "string_table.h"
 
+#include <chrono>
 #include <filesystem>
 #include <ostream>
 #include <stdexcept>
@@ -60,9 +62,23 @@ bool loadImageFile(const std::filesystem::path& path, RadioImage& image, Languag
 bool saveImageFileReporting(const std::filesystem::path& path, const RadioImage& image,
                             std::ostream& err, const FileExtras& extras = {});
 
-// Throws a UsageError when something stands at path (a dangling link or a link
-// loop too) and --force was not given.
-void refuseExistingOutput(const std::filesystem::path& path, bool force);
+// The one rule for every OUT a command writes, checked before any work is
+// done: what a save could not replace or create (a folder, device, FIFO or
+// socket in the way, a link loop, a folder that does not exist) is refused
+// with the reason on err, and the caller exits kExitFileRefused; something
+// else standing there (a file, a dangling link) throws a UsageError unless
+// --force was given.
+bool checkOutputFile(const std::filesystem::path& path, bool force, std::ostream& err);
+
+// How long an edit waits while another program edits the same file.
+inline constexpr std::chrono::seconds kEditLockWait{5};
+
+// Locks path for the whole of a command that reads, changes and saves it.
+// False, with the reason on err, when another program kept it locked for
+// kEditLockWait or the lock file cannot be made; the caller exits
+// kExitFileRefused. On a file system without locks a warning goes to err and
+// the edit goes on unlocked.
+bool lockForEditing(FileLock& lock, const std::filesystem::path& path, std::ostream& err);
 
 std::string pathText(const std::filesystem::path& path);
 

@@ -7,9 +7,12 @@ namespace zr310 {
 
 int runExportCsvCommand(std::vector<std::string> args, std::ostream& /*out*/, std::ostream& err) {
     const std::string output = takeValueOption(args, "--output", "-o");
+    const bool force = takeFlag(args, "--force");
     rejectUnknownOptions(args);
     if (args.size() != 1 || output.empty())
         throw UsageError("export-csv needs a FILE and -o OUT.csv");
+    if (!checkOutputFile(output, force, err))
+        return kExitFileRefused;
     RadioImage image;
     if (!loadImageFile(args[0], image, Language::English, err))
         return kExitFileRefused;
@@ -23,10 +26,17 @@ int runExportCsvCommand(std::vector<std::string> args, std::ostream& /*out*/, st
 
 int runImportCsvCommand(std::vector<std::string> args, std::ostream& /*out*/, std::ostream& err) {
     const std::string output = takeValueOption(args, "--output", "-o");
+    const bool force = takeFlag(args, "--force");
     rejectUnknownOptions(args);
     if (args.size() != 2)
         throw UsageError("import-csv needs a FILE and an IN.csv");
+    if (!output.empty() && !checkOutputFile(output, force, err))
+        return kExitFileRefused;
     const std::filesystem::path input = args[0];
+    const std::filesystem::path target = output.empty() ? input : std::filesystem::path(output);
+    FileLock lock; // no other edit of the target from the load to the save
+    if (!lockForEditing(lock, target, err))
+        return kExitFileRefused;
     RadioImage image;
     FileExtras extras;
     if (!loadImageFile(input, image, Language::English, err, &extras))
@@ -42,7 +52,6 @@ int runImportCsvCommand(std::vector<std::string> args, std::ostream& /*out*/, st
         err << args[1] << ": " << error.what() << '\n';
         return kExitFileRefused;
     }
-    const std::filesystem::path target = output.empty() ? input : std::filesystem::path(output);
     return saveImageFileReporting(target, image, err, extras) ? kExitOk : kExitFileRefused;
 }
 

@@ -39,7 +39,8 @@ int runNewCommand(std::vector<std::string> args, std::ostream& /*out*/, std::ost
     if (args.size() != 1)
         throw UsageError("new needs exactly one OUT file");
     const std::filesystem::path path = args[0];
-    refuseExistingOutput(path, force);
+    if (!checkOutputFile(path, force, err))
+        return kExitFileRefused;
     return saveImageFileReporting(path, makeStartImage(), err) ? kExitOk : kExitFileRefused;
 }
 
@@ -54,10 +55,14 @@ int runSetCommand(std::vector<std::string> args, std::ostream& out, std::ostream
     rejectUnknownOptions(args);
     if (args.size() < 2)
         throw UsageError("set needs a FILE and at least one KEY=VALUE");
-    if (!output.empty())
-        refuseExistingOutput(output, force);
+    if (!output.empty() && !checkOutputFile(output, force, err))
+        return kExitFileRefused;
 
     const std::filesystem::path input = args[0];
+    const std::filesystem::path target = output.empty() ? input : std::filesystem::path(output);
+    FileLock lock; // no other edit of the target from the load to the save
+    if (!lockForEditing(lock, target, err))
+        return kExitFileRefused;
     RadioImage image;
     FileExtras extras; // the input's unnamed bytes go to the output unchanged
     if (!loadImageFile(input, image, language, err, &extras))
@@ -75,7 +80,6 @@ int runSetCommand(std::vector<std::string> args, std::ostream& out, std::ostream
             throw UsageError(e.what());
         }
     }
-    const std::filesystem::path target = output.empty() ? input : std::filesystem::path(output);
     return saveImageFileReporting(target, image, err, extras) ? kExitOk : kExitFileRefused;
 }
 

@@ -10,10 +10,12 @@
 #include "transfer_commands.h"
 #include "tune_command.h"
 
+#include <algorithm>
 #include <functional>
 #include <iostream>
 #include <map>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace {
@@ -26,14 +28,15 @@ Commands:
   new OUT [--force]                       write a new data file holding the start image
   show FILE [--json] [--lang en|zh]       everything the main window shows for FILE
   set FILE KEY=VALUE... [-o OUT [--force]]
-                                          edit FILE (or write the result to OUT;
-                                          --force replaces an existing OUT)
-  export-csv FILE -o OUT.csv              the open channels of FILE as CSV (docs/csv.md)
-  import-csv FILE IN.csv [-o OUT]         set the channels IN.csv names in FILE (or OUT)
-  report FILE -o OUT.pdf [--lang en|zh]   the printed report of FILE as a PDF
+                                          edit FILE (or write the result to OUT)
+  export-csv FILE -o OUT.csv [--force]    the open channels of FILE as CSV (docs/csv.md)
+  import-csv FILE IN.csv [-o OUT [--force]]
+                                          set the channels IN.csv names in FILE (or OUT)
+  report FILE -o OUT.pdf [--force] [--lang en|zh]
+                                          the printed report of FILE as a PDF
   diff A B [--json]                       every difference between two files, in the keys
                                           of set ("byte 0xAAA" where no key covers it)
-  read --port PORT -o OUT                 read the radio into OUT (.k720 or .bin), and
+  read --port PORT -o OUT [--force]       read the radio into OUT (.k720 or .bin), and
                                           keep a backup of it (below)
   write --port PORT IN [--yes] [--verify] write IN to the radio (--yes: go on with a
                                           version-1.0 radio without asking; --verify:
@@ -43,7 +46,9 @@ Commands:
                                           --port again for each further radio: all
                                           are written at once, one line per port
   info --port PORT [--json]               the radio ID, recent write date and user text
-  info --port PORT --set-text TEXT        set the radio's user text
+  info --port PORT --set-text TEXT [--verify]
+                                          set the radio's user text (--verify: read it
+                                          back and compare the written blocks)
   tune --port PORT --get [--json]         the five tuning values stored in the radio
   tune --port PORT [--keep] NAME=VALUE... try each value in tuning mode, then keep it
                                           (--keep) or cancel it; NAME is low_battery,
@@ -61,6 +66,9 @@ Commands:
                                           given with --port
 
 FILE is a data file (.k720) or a raw image (.bin, 1024 bytes in radio address order).
+OUT is never replaced without --force; a folder, FIFO or device, or a folder that does not
+  exist, is refused before any work starts. set and import-csv lock the file they write
+  from reading to saving; another edit of it waits up to 5 seconds, then is refused (5).
 PORT is COM1..COM4, a serial device (/dev/ttyUSB0, COM7), or sim (a built-in emulated radio).
 The radio commands take --lang en|zh too, and all but ports take --trace FILE: every byte
   sent (>) and received (<) with the seconds since the start, in hex.
@@ -75,11 +83,35 @@ Keys of set: chN.rx_freq chN.tx_freq chN.rx_tone chN.tx_tone chN.scan chN.busy_l
   user_text (at most 96 characters). zr310-cli set --help lists every key and its values.
 Options that take a value are given once each, unless said otherwise.
 Exit status: 0 done, 2 usage error, 3 no response (or the port cannot be opened: the
-  message says why), 4 interrupted, 5 file refused, 6 write to a version-1.0 radio
-  declined, 7 the radio read back after a write --verify differs, 8 a tuning frame
-  refused by the radio, 9 write refused: the data fails its checks. diff exits 0 when
-  the files are equal, 1 when they differ; ports --probe exits 3 when no radio answered.
+  message says why), 4 interrupted (or stopped by Ctrl+C, SIGTERM or SIGHUP), 5 file
+  refused (or locked by another edit), 6 a write to a version-1.0 radio declined, 7 the
+  radio read back after a --verify differs, 8 a tuning frame refused by the radio, 9 a
+  write refused: the data fails its checks. diff exits 0 when the files are equal, 1
+  when they differ; ports --probe exits 3 when no radio answered.
 )";
+
+// `COMMAND --help`: the lines of kUsage that start with the command and their
+// continuations, then the notes below the list of commands.
+std::string commandHelp(std::string_view name) {
+    const std::string_view usage = kUsage;
+    const std::size_t list = usage.find("Commands:\n") + 10;
+    const std::size_t notes = usage.find("\n\n", list) + 1;
+    std::string help = "usage:\n";
+    bool mine = false;
+    for (std::size_t at = list; at < notes;) {
+        const std::size_t end = usage.find('\n', at) + 1;
+        const std::string_view line = usage.substr(at, end - at);
+        if (line.size() > 2 && line[2] != ' ') { // the first line of a command
+            const std::string_view rest = line.substr(2);
+            mine = rest.size() > name.size() && rest.substr(0, name.size()) == name &&
+                   (rest[name.size()] == ' ' || rest[name.size()] == '\n');
+        }
+        if (mine)
+            help += line;
+        at = end;
+    }
+    return help + std::string(usage.substr(notes));
+}
 
 const std::map<std::string, Command>& commands() {
     static const std::map<std::string, Command> table{
@@ -113,6 +145,13 @@ int main(int argc, char** argv) {
         return zr310::kExitUsage;
     }
     args.erase(args.begin());
+    // set --help lists every key of set as well.
+    const bool help = std::find(args.begin(), args.end(), "--help") != args.end() ||
+                      std::find(args.begin(), args.end(), "-h") != args.end();
+    if (help && command->first != "set") {
+        std::cout << commandHelp(command->first);
+        return zr310::kExitOk;
+    }
     try {
         return command->second(args, std::cout, std::cerr);
     } catch (const zr310::UsageError& error) {

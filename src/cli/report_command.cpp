@@ -30,12 +30,15 @@ std::unique_ptr<QGuiApplication> startGuiApplication() {
 int runReportCommand(std::vector<std::string> args, std::ostream& /*out*/, std::ostream& err) {
     const Language language = takeLanguageOption(args);
     const std::string output = takeValueOption(args, "--output", "-o");
+    const bool force = takeFlag(args, "--force");
     rejectUnknownOptions(args);
     if (args.size() != 1)
         throw UsageError("report needs exactly one FILE");
     if (output.empty())
         throw UsageError("report needs -o OUT.pdf");
     const std::filesystem::path target = output;
+    if (!checkOutputFile(target, force, err))
+        return kExitFileRefused;
 
     RadioImage image;
     if (!loadImageFile(args[0], image, language, err))

@@ -6,7 +6,7 @@
 
 namespace zr310 {
 
-// zr310-cli report FILE -o OUT.pdf [--lang en|zh]
+// zr310-cli report FILE -o OUT.pdf [--force] [--lang en|zh]
 // Writes the printed report of FILE as a PDF; --lang chooses the language of
 // the values (the captions are the report's fixed Chinese texts). Starts a
 // QGuiApplication for the fonts, on the offscreen platform unless

@@ -135,6 +135,7 @@ int runReadCommand(const std::vector<std::string>& arguments, std::ostream& out,
     std::vector<std::string> args = arguments;
     const PortArgs port = takePortArgs(args);
     const std::string output = takeValueOption(args, "--output", "-o");
+    const bool force = takeFlag(args, "--force");
     rejectUnknownOptions(args);
     if (output.empty())
         throw UsageError("-o OUT is required");
@@ -142,6 +143,9 @@ int runReadCommand(const std::vector<std::string>& arguments, std::ostream& out,
         throw UsageError("unexpected argument '" + args.front() + "'");
     if (!endsWith(output, ".k720") && !endsWith(output, ".bin"))
         throw UsageError("OUT must end in .k720 or .bin");
+    // Refused before the port is opened, not after the radio was read.
+    if (!checkOutputFile(output, force, err))
+        return kExitFileRefused;
 
     ensureApplication();
     const TraceScope trace(port, err);
@@ -239,6 +243,7 @@ int runInfoCommand(const std::vector<std::string>& arguments, std::ostream& out,
     std::vector<std::string> args = arguments;
     const PortArgs port = takePortArgs(args);
     const bool json = takeFlag(args, "--json");
+    const bool verify = takeFlag(args, "--verify");
     bool setText = false;
     std::string newText;
     for (auto it = args.begin(); it != args.end(); ++it) {
@@ -253,6 +258,8 @@ int runInfoCommand(const std::vector<std::string>& arguments, std::ostream& out,
         throw UsageError("unexpected argument '" + args.front() + "'");
     if (setText && json)
         throw UsageError("--json shows the information; it cannot go with --set-text");
+    if (verify && !setText)
+        throw UsageError("--verify checks the write of --set-text; give it with --set-text");
     if (setText) {
         const int length = utf16Length(newText);
         if (length < 0)
@@ -281,6 +288,10 @@ int runInfoCommand(const std::vector<std::string>& arguments, std::ostream& out,
     const auto result = runToEnd(transfer);
     if (result.outcome != TransferOutcome::Completed)
         return reportFailure(result, port, TransferKind::Write, err);
+    if (verify) {
+        if (const int status = verifyInfoWrite(port, image, err); status != kExitOk)
+            return status;
+    }
     out << text(kMsgWriteFinished, port.language) << '\n';
     return kExitOk;
 }

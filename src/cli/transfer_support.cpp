@@ -1,6 +1,7 @@
 #include "transfer_support.h"
 
 #include "cli_common.h"
+#include "packets.h"
 #include "ports.h"
 #include "serial_transfer.h"
 
@@ -13,6 +14,19 @@ namespace zr310 {
 namespace {
 
 constexpr int kMsgTraceRefused = 1154;
+
+// The end of a verify: the read-back's failure, or what the comparison found.
+int verifyOutcome(const TransferResult& readBack, const WriteCheck& check, const PortArgs& port,
+                  std::ostream& err) {
+    if (readBack.outcome != TransferOutcome::Completed) {
+        err << text(kMsgVerifyNotRead, port.language) << '\n';
+        return reportFailure(readBack, port, TransferKind::Read, err);
+    }
+    if (check.passed())
+        return kExitOk;
+    err << verifyFailedText(check, port.language).toStdString() << '\n';
+    return kExitVerifyFailed;
+}
 
 } // namespace
 
@@ -84,17 +98,31 @@ int reportFailure(const TransferResult& result, const PortArgs& port, TransferKi
     }
 }
 
-TraceScope::TraceScope(const PortArgs& port, std::ostream& err) {
+TraceScope::TraceScope(const PortArgs& port, std::ostream& err)
+    : m_path(port.trace), m_language(port.language), m_err(err) {
     if (port.trace.empty())
         return;
     m_trace = std::make_unique<SerialTrace>(QString::fromStdString(port.trace));
     if (!m_trace->isOpen()) {
-        err << text(kMsgTraceRefused, port.language) << ' ' << port.trace << ": "
-            << m_trace->errorString().toStdString() << '\n';
+        report();
         m_failed = true;
         return;
     }
     SerialTrace::setActive(m_trace.get());
+}
+
+TraceScope::~TraceScope() {
+    if (!m_trace || m_failed)
+        return;
+    m_trace->flushReceived(); // the last line may be the one that fails
+    SerialTrace::setActive(nullptr);
+    if (!m_trace->isOpen())
+        report();
+}
+
+void TraceScope::report() const {
+    m_err << text(kMsgTraceRefused, m_language) << ' ' << m_path << ": "
+          << m_trace->errorString().toStdString() << '\n';
 }
 
 int verifyWrite(const PortArgs& port, const RadioImage& sent, std::ostream& err) {
@@ -102,15 +130,21 @@ int verifyWrite(const PortArgs& port, const RadioImage& sent, std::ostream& err)
     LinkFlags flags;
     SerialTransfer read(TransferKind::Read, QString::fromStdString(port.port), readBack, flags);
     const auto result = runToEnd(read);
-    if (result.outcome != TransferOutcome::Completed) {
-        err << text(kMsgVerifyNotRead, port.language) << '\n';
-        return reportFailure(result, port, TransferKind::Read, err);
+    return verifyOutcome(result, checkWrittenBlocks(sent, readBack), port, err);
+}
+
+int verifyInfoWrite(const PortArgs& port, const RadioImage& sent, std::ostream& err) {
+    RadioImage readBack = makeStartImage();
+    LinkFlags flags;
+    InfoTransfer read(TransferKind::Read, QString::fromStdString(port.port), readBack, flags);
+    const auto result = runToEnd(read);
+    WriteCheck check;
+    for (int address = kInfoFirstAddress; address < kInfoFirstAddress + kInfoWriteBlocks * 8;
+         ++address) {
+        if (sent.atAddress(address) != readBack.atAddress(address) && check.differingBytes++ == 0)
+            check.firstAddress = address;
     }
-    const WriteCheck check = checkWrittenBlocks(sent, readBack);
-    if (check.passed())
-        return kExitOk;
-    err << verifyFailedText(check, port.language).toStdString() << '\n';
-    return kExitVerifyFailed;
+    return verifyOutcome(result, check, port, err);
 }
 
 } // namespace zr310

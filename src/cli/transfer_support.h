@@ -6,6 +6,7 @@
 
 #include "cancel_signal.h"
 #include "link_types.h"
+#include "serial_trace.h"
 #include "serial_transfer.h"
 #include "string_table.h"
 
@@ -52,10 +53,20 @@ void rejectRepeatedPorts(const std::vector<std::string>& ports);
 class TraceScope {
 public:
     TraceScope(const PortArgs& port, std::ostream& err);
-    // The file could not be written; the reason is on err.
+    // Says on err when a line could not be written after the start.
+    ~TraceScope();
+    TraceScope(const TraceScope&) = delete;
+    TraceScope& operator=(const TraceScope&) = delete;
+    // The file could not be opened or written at the start; the reason is on
+    // err, and nothing must be sent.
     bool failed() const { return m_failed; }
 
 private:
+    void report() const;
+
+    std::string m_path;
+    Language m_language;
+    std::ostream& m_err;
     std::unique_ptr<SerialTrace> m_trace;
     bool m_failed = false;
 };
@@ -64,6 +75,11 @@ private:
 // compares the write's blocks with `sent`. Returns an exit status: the read's
 // own when it fails, kExitVerifyFailed when a byte differs.
 int verifyWrite(const PortArgs& port, const RadioImage& sent, std::ostream& err);
+
+// After a completed radio-information write (info --set-text): reads the
+// radio information back and compares the written blocks (0x0300..0x03C7)
+// with `sent`. Exit statuses as verifyWrite.
+int verifyInfoWrite(const PortArgs& port, const RadioImage& sent, std::ostream& err);
 
 // Reports a transfer that did not complete; returns its exit status. A
 // cancelled one says what state the radio may be in and exits as

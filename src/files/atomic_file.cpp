@@ -259,6 +259,25 @@ WriteResult failure(const std::string& step, const std::string& why) {
 
 } // namespace
 
+std::string saveProblem(const fs::path& path) {
+    std::string why;
+    const fs::path target = saveTarget(path, why);
+    if (target.empty())
+        return why;
+    const fs::path folder = directoryOf(target);
+    std::error_code error;
+    switch (fs::status(folder, error).type()) {
+    case fs::file_type::directory:
+        return {};
+    case fs::file_type::not_found:
+        return "the folder " + pathText(folder) + " does not exist";
+    case fs::file_type::none:
+        return "the folder " + pathText(folder) + ": " + error.message();
+    default:
+        return pathText(folder) + " is not a folder";
+    }
+}
+
 ReadResult readWholeFile(const fs::path& path, std::size_t maxBytes) {
     ReadResult result;
     std::error_code error;

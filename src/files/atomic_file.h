@@ -38,4 +38,9 @@ struct WriteResult {
 WriteResult writeFileAtomically(const std::filesystem::path& path,
                                 std::span<const std::uint8_t> bytes);
 
+// Why writeFileAtomically could not save at path, found out without writing:
+// a folder, device, pipe or socket in the way, a link loop, or a folder to
+// save in that does not exist. Empty when nothing stands in the way.
+std::string saveProblem(const std::filesystem::path& path);
+
 } // namespace zr310

@@ -3,6 +3,7 @@
 #include "bands.h"
 #include "channel.h"
 #include "image_edit.h"
+#include "shown_bytes.h"
 #include "tones.h"
 
 #include <algorithm>
@@ -204,8 +205,8 @@ public:
     }
 
     [[noreturn]] void refuse(Column column, std::string_view expected) const {
-        refuse(std::string(kColumnNames[column]) + " '" + std::string((*this)[column]) +
-               "' is not " + std::string(expected));
+        refuse(std::string(kColumnNames[column]) + " '" +
+               shownBytes((*this)[column], ShownAs::Text) + "' is not " + std::string(expected));
     }
 
 private:

@@ -1,6 +1,7 @@
 #include "k720_file.h"
 
 #include "atomic_file.h"
+#include "shown_bytes.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -110,21 +111,6 @@ FileExtras extrasOf(std::span<const std::uint8_t> file) {
     return extras;
 }
 
-// Bytes as text for a message: printable ASCII as it is, others as \xNN.
-std::string shownBytes(std::span<const std::uint8_t> bytes) {
-    std::string text;
-    for (const std::uint8_t byte : bytes) {
-        if (byte >= 0x20 && byte < 0x7F && byte != '\\' && byte != '"') {
-            text += static_cast<char>(byte);
-        } else {
-            char escaped[8];
-            std::snprintf(escaped, sizeof escaped, "\\x%02X", byte);
-            text += escaped;
-        }
-    }
-    return text;
-}
-
 bool hasMarker(const FileImage& file) {
     return std::equal(kMarker.begin(), kMarker.end(), file.begin() + kMarkerOffset);
 }
@@ -136,8 +122,9 @@ std::string whyNotDataFile(std::span<const std::uint8_t> bytes) {
                std::to_string(bytes.size());
     const auto tag = bytes.subspan(kTagOffset, kTag.size());
     if (!std::equal(kTag.begin(), kTag.end(), tag.begin()))
-        return "the model tag at bytes 4..9 is \"" + shownBytes(tag) + "\", not \"" +
-               std::string(kTag) + "\"";
+        return "the model tag at bytes 4..9 is \"" +
+               shownBytes({reinterpret_cast<const char*>(tag.data()), tag.size()}, ShownAs::Ascii) +
+               "\", not \"" + std::string(kTag) + "\"";
     return {};
 }
 

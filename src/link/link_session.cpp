@@ -1,6 +1,7 @@
 #include "link_session.h"
 
 #include "ports.h"
+#include "serial_trace.h"
 
 #include <algorithm>
 #include <utility>
@@ -10,8 +11,6 @@ namespace zr310 {
 namespace {
 
 constexpr qint64 kReadBufferSize = 1024;
-
-SerialTrace* g_activeTrace = nullptr;
 
 void applyTimer(QTimer& timer, const TimerCommand& command) {
     switch (command.mode) {
@@ -27,53 +26,6 @@ void applyTimer(QTimer& timer, const TimerCommand& command) {
 }
 
 } // namespace
-
-SerialTrace::SerialTrace(const QString& path) : m_file(path) {
-    m_file.open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Text);
-    m_clock.start();
-}
-
-SerialTrace::~SerialTrace() {
-    flushReceived();
-    if (g_activeTrace == this)
-        g_activeTrace = nullptr;
-}
-
-void SerialTrace::record(bool sent, QByteArrayView bytes) {
-    if (!m_file.isOpen() || bytes.isEmpty())
-        return;
-    if (!sent) {
-        if (m_received.isEmpty())
-            m_receivedAt = m_clock.elapsed();
-        m_received += bytes;
-        return;
-    }
-    flushReceived();
-    writeLine(m_clock.elapsed(), '>', bytes);
-}
-
-void SerialTrace::flushReceived() {
-    if (m_received.isEmpty())
-        return;
-    writeLine(m_receivedAt, '<', m_received);
-    m_received.clear();
-}
-
-void SerialTrace::writeLine(qint64 ms, char direction, QByteArrayView bytes) {
-    const QByteArray line = QByteArray::number(ms / 1000) + '.' +
-                            QByteArray::number(ms % 1000).rightJustified(3, '0') + ' ' + direction +
-                            ' ' + bytes.toByteArray().toHex(' ').toUpper() + '\n';
-    m_file.write(line);
-    m_file.flush(); // whole lines on disk, also when the program stops
-}
-
-SerialTrace* SerialTrace::active() {
-    return g_activeTrace;
-}
-
-void SerialTrace::setActive(SerialTrace* trace) {
-    g_activeTrace = trace;
-}
 
 LinkSession::LinkSession(LinkEngine& engine, const QString& portName, QObject* parent)
     : QObject(parent), m_engine(engine), m_portName(portName) {

@@ -5,7 +5,6 @@
 
 #include <QByteArray>
 #include <QElapsedTimer>
-#include <QFile>
 #include <QObject>
 #include <QSerialPort>
 #include <QTimer>
@@ -14,38 +13,6 @@
 #include <optional>
 
 namespace zr310 {
-
-// A record of the bytes on the serial line, for finding out what a radio
-// does: one line for each packet written and one for the bytes received
-// before the next packet (or the end of the exchange), with the seconds
-// since the trace began and the direction, in hex:
-//   12.031 > 02 50 52 4F 47 52 41 4D
-//   12.045 < 06
-// While a trace is active, every LinkSession of the process writes to it.
-class SerialTrace {
-public:
-    explicit SerialTrace(const QString& path); // replaces the file
-    ~SerialTrace();                            // no longer active
-    SerialTrace(const SerialTrace&) = delete;
-    SerialTrace& operator=(const SerialTrace&) = delete;
-
-    bool isOpen() const { return m_file.isOpen(); }
-    QString errorString() const { return m_file.errorString(); }
-    void record(bool sent, QByteArrayView bytes);
-    // Writes the line of the bytes received so far.
-    void flushReceived();
-
-    static SerialTrace* active();
-    static void setActive(SerialTrace* trace); // null: no trace
-
-private:
-    void writeLine(qint64 ms, char direction, QByteArrayView bytes);
-
-    QFile m_file;
-    QElapsedTimer m_clock;
-    QByteArray m_received;
-    qint64 m_receivedAt = 0; // ms of the first byte in m_received
-};
 
 // Carries out a link engine's actions on a serial port with two timers: the
 // send timer (`ctrTimer`) and the watchdog (`MessageTimer`), both precise

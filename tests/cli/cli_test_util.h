@@ -5,6 +5,7 @@
 
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QProcess>
 #include <QRandomGenerator>
 #include <QStringList>
 #include <QTemporaryDir>
@@ -37,6 +38,34 @@ inline CommandRun runCommand(
     run.out = out.str();
     run.err = err.str();
     return run;
+}
+
+struct ProgramRun {
+    int status = -1; // -1: the program crashed or did not end
+    QString out, err;
+};
+
+// Waits for a started program to end and takes its output.
+inline ProgramRun finishProgram(QProcess& process) {
+    ProgramRun run;
+    if (!process.waitForFinished(120'000) || process.exitStatus() != QProcess::NormalExit)
+        process.kill();
+    else
+        run.status = process.exitCode();
+    run.out = QString::fromUtf8(process.readAllStandardOutput());
+    run.err = QString::fromUtf8(process.readAllStandardError());
+    return run;
+}
+
+// Runs a program in the folder given, to its end.
+inline ProgramRun
+runProgram(const QString& program, const QStringList& args, const QString& folder,
+           const QProcessEnvironment& environment = QProcessEnvironment::systemEnvironment()) {
+    QProcess process;
+    process.setProcessEnvironment(environment);
+    process.setWorkingDirectory(folder);
+    process.start(program, args);
+    return finishProgram(process);
 }
 
 inline std::vector<std::string> argList(const QStringList& args) {

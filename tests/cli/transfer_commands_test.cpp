@@ -115,7 +115,7 @@ private slots:
             const QStringList before = backups.entryList(QDir::Files);
 
             const auto run =
-                runOn(Read, {"--port", sim->port(), "-o", path(output), "--lang", lang});
+                runOn(Read, {"--port", sim->port(), "-o", path(output), "--force", "--lang", lang});
             QCOMPARE(run.status, status);
             const QString shown = QString::fromStdString(status == 0 ? run.out : run.err);
             QVERIFY2(shown.contains(message), qPrintable(shown));
@@ -402,6 +402,7 @@ private slots:
         row(Write, {"-p", "sim", "-p", "COM2", "--trace", "t.txt", "a.bin"});
         row(Info, {"--port", "sim", "--set-text", QString(97, 'x')});
         row(Info, {"--port", "sim", "--json", "--set-text", "a"});
+        row(Info, {"--port", "sim", "--verify"});
         row(Tune, {"--port", none, "squelch9=1", "squelch7=1"});
         row(Tune, {"--port", none, "squelch9=256"});
         row(Tune, {"--port", none, "--get", "squelch9=1"});
@@ -425,21 +426,30 @@ private slots:
         row(Tune, "en", "No such port: %1 does not exist.");
     }
 
-    // One line a packet sent and one for the reply, from the wake-up on.
+    // After the heading, one line a packet sent and one for the reply, from
+    // the wake-up on. A trace file that cannot be written is refused before
+    // the port is tried (a port that is not there would give 3).
     void trace() {
-        const auto row = [this](Command command, const char* args, int status = kExitOk) {
+        const auto row = [this](Command command, const char* args,
+                                const QString& traceFile = "trace.txt", int status = kExitOk) {
             const auto sim = startSim(makeStartImage(), "--no-line-delay");
             writeRaw(path("in.bin").toStdString(), makeStartImage());
-            const QString trace = path(status == kExitOk ? "trace.txt" : "none/trace.txt");
+            const QString trace = traceFile.startsWith('/') ? traceFile : path(traceFile);
             QStringList options = QString(args).split(' ', Qt::SkipEmptyParts);
             options.replaceInStrings(QRegularExpression("^(\\w+\\.bin)$"), path("\\1"));
+            const QString port = status == kExitOk ? sim->port() : "/dev/zr310-no-such-port";
             const auto run =
-                runOn(command, QStringList{"--port", sim->port(), "--trace", trace} + options);
+                runOn(command, QStringList{"--port", port, "--trace", trace} + options);
             QVERIFY2(run.status == status, run.err.c_str());
-            if (status != kExitOk)
+            if (status != kExitOk) {
+                QVERIFY2(QString::fromStdString(run.err).startsWith(
+                             "The trace file cannot be written: " + trace + ": "),
+                         run.err.c_str());
                 return;
-            const QStringList lines = QString(contents(trace)).split('\n', Qt::SkipEmptyParts);
+            }
+            QStringList lines = QString(contents(trace)).split('\n', Qt::SkipEmptyParts);
             QVERIFY(lines.size() > 4);
+            QVERIFY2(lines.takeFirst().startsWith("# "), qPrintable(contents(trace)));
             QVERIFY2(lines[0].endsWith(" > 02 50 52 4F 47 52 41 4D"), qPrintable(lines[0]));
             static const QRegularExpression form("^\\d+\\.\\d{3} ([<>])( [0-9A-F]{2})+$");
             double before = 0;
@@ -455,7 +465,26 @@ private slots:
         row(Write, "in.bin");
         row(Info, "");
         row(Tune, "--get");
-        row(Read, "-o out.bin", kExitFileRefused); // the trace cannot be written
+        row(Read, "-o out.bin", "none/trace.txt", kExitFileRefused); // cannot be opened
+        row(Write, "in.bin", "/dev/full", kExitFileRefused);         // opens, but takes no byte
+    }
+
+    // info --set-text --verify reads the radio information back: a block the
+    // radio stored wrongly exits 7 and names the first differing address.
+    void infoVerify() {
+        const auto row = [this](const char* fault, int status, const char* message) {
+            const auto sim = startSim(makeStartImage(), QString("--no-line-delay ") + fault);
+            const auto run =
+                runOn(Info, {"--port", sim->port(), "--set-text", "Fleet 7", "--verify"});
+            QCOMPARE(run.status, status);
+            const QString shown = QString::fromStdString(status == kExitOk ? run.out : run.err);
+            QVERIFY2(shown.contains(message), qPrintable(shown));
+        };
+        row("", kExitOk, "Writing completed");
+        // The third block of the write starts at 0x0310.
+        row("--fault corrupt:3", kExitVerifyFailed,
+            "Verify failed: the radio differs from what was written, first at 0x0310; "
+            "differing bytes: 1.");
     }
 };
 

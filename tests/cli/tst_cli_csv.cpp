@@ -50,6 +50,12 @@ private slots:
             QFile bad("bad.csv");
             QVERIFY(bad.open(QIODevice::WriteOnly) && bad.write("Location,Frequency\n1,440\n") > 0);
             bad.close();
+            QFile nul("nul.csv");
+            QVERIFY(nul.open(QIODevice::WriteOnly) &&
+                    nul.write(QByteArray("Location,Frequency\n1,14\0"
+                                         "5.5\n",
+                                         28)) == 28);
+            nul.close();
             const auto run =
                 runCommand(import ? runImportCsvCommand : runExportCsvCommand, argList(args));
             QCOMPARE(run.status, status);
@@ -61,6 +67,9 @@ private slots:
         row(true, {"in.bin", "none.csv"}, kExitFileRefused, "none.csv");
         row(true, {"in.bin", "bad.csv"}, kExitFileRefused,
             "bad.csv: line 2: 440.000000 MHz is outside the band 136 - 174MHz");
+        // A NUL byte shows, and the message goes on after it.
+        row(true, {"in.bin", "nul.csv"}, kExitFileRefused,
+            "nul.csv: line 2: Frequency '14\\x005.5' is not a frequency in MHz\n");
     }
 
 private:

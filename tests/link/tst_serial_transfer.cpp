@@ -6,6 +6,7 @@
 
 #include "link_test_util.h"
 #include "ports.h"
+#include "serial_trace.h"
 #include "serial_transfer.h"
 #include "simulated_radio.h"
 #include "tuning_session.h"

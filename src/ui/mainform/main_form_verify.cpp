@@ -2,9 +2,9 @@
 #include "common/message_box.h"
 #include "common/texts.h"
 #include "frmConnect/frm_connect.h"
-#include "link_session.h"
 #include "main_form.h"
 #include "menus.h"
+#include "serial_trace.h"
 #include "serial_transfer.h"
 
 #include <QAction>
