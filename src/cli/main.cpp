@@ -85,9 +85,9 @@ Options that take a value are given once each, unless said otherwise.
 Exit status: 0 done, 2 usage error, 3 no response (or the port cannot be opened: the
   message says why), 4 interrupted (or stopped by Ctrl+C, SIGTERM or SIGHUP), 5 file
   refused (or locked by another edit), 6 a write to a version-1.0 radio declined, 7 the
-  radio read back after a --verify differs, 8 a tuning frame refused by the radio, 9 a
-  write refused: the data fails its checks. diff exits 0 when the files are equal, 1
-  when they differ; ports --probe exits 3 when no radio answered.
+  radio read back after a --verify differs, 8 a tuning frame refused by the radio, 9 the
+  data failed the checks before a write. diff exits 0 when the files are equal, 1 when
+  they differ; ports --probe exits 3 when no radio answered.
 )";
 
 // `COMMAND --help`: the lines of kUsage that start with the command and their
