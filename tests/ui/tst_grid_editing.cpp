@@ -208,6 +208,41 @@ private slots:
         QCOMPARE(QApplication::focusWidget()->objectName(), QString("CboPowSel"));
     }
 
+    // An edit still open in the frequency box or a list: closing the window
+    // writes it and so asks whether to save (Cancel stays); destroying the
+    // window, as the program's end does after the close, must not write
+    // into a window half gone (focus leaving as the window goes).
+    void endWhileEditing() {
+        const auto row = [](const char* editor, bool close) {
+            auto window = editingWindow();
+            const RadioImage before = window->image();
+            QWidget* focused = nullptr;
+            if (QString(editor) == "box") {
+                clickCell(window.get(), 2, 1);
+                focused = inputBox(window.get());
+                QTest::keyClicks(focused, "150");
+            } else {
+                focused = child<QComboBox>(window.get(), editor);
+                focused->setFocus();
+                QTest::keyClick(focused, Qt::Key_Down);
+            }
+            QVERIFY(focused->hasFocus());
+            QCOMPARE(changedBytes(before, window->image()), QString());
+            if (close) {
+                ModalAnswerer answers;
+                answers.answerBox(QMessageBox::Cancel);
+                QVERIFY(!window->close());
+                QCOMPARE(answers.log(), QStringList{seen("msgBox", 1410, text(1123))});
+                QVERIFY(window->isModified());
+            }
+            window.reset();
+        };
+        row("box", false);
+        row("CboSQ", false);
+        row("box", true);
+        row("CboSQ", true);
+    }
+
     // Start-up puts the keyboard on CH 1 / RX Freq.
     void focusAfterStart() {
         auto window = startWindow();

@@ -2,10 +2,30 @@
 // each writes into the image and when.
 #include "editing_support.h"
 
+#include "image_edit.h"
+
+#include <QAbstractItemView>
 #include <QLabel>
+#include <QTemporaryDir>
 #include <QWheelEvent>
 
 using namespace zr310;
+
+namespace {
+
+// Picks `item` as a user does: opens the list, moves to the item (the one
+// shown, too) and takes it with Enter; then Enter leaves the list.
+void pick(QComboBox* box, const QString& item) {
+    box->setFocus();
+    box->showPopup();
+    box->view()->setCurrentIndex(box->model()->index(box->findText(item), 0));
+    QTest::keyClick(box->view(), Qt::Key_Return);
+    QVERIFY(!box->view()->isVisible());
+    QCOMPARE(box->currentText(), item);
+    QTest::keyClick(box, Qt::Key_Return);
+}
+
+} // namespace
 
 class TestOptionsEditing : public QObject {
     Q_OBJECT
@@ -82,29 +102,39 @@ private slots:
         QCOMPARE(rowColours(window.get(), 9), QString("gggggggg"));
     }
 
-    // Long-hit on the Moni key leaves the monitor list Off and Unmute
-    // Toggle; a momentary function in the image (bits 5-6 of 0x056) becomes
-    // Off with it.
-    void powerSelectionShortensMoni() {
-        const auto row = [](int monitor, const QString& changes, int shortIndex) {
+    // Power Sel only changes which monitor items the list offers; the
+    // monitor bits (5-6 of 0x056) change only when the user picks in the
+    // Moni list. Each row's picks, made in the window and then saved, give
+    // the bytes `zr310-cli set` writes for the same KEY=VALUE steps.
+    void monitorAsTheCommandLine() {
+        const auto row = [](std::uint8_t stored, const QStringList& steps, int monitorBits) {
+            QTemporaryDir dir;
             auto window = editingWindow();
-            window->image()[0x056] = std::uint8_t(monitor);
+            window->image()[0x056] = stored;
             window->ReFlashData();
-            const RadioImage before = window->image();
-            auto* powSel = child<QComboBox>(window.get(), "CboPowSel");
-            auto* moni = child<QComboBox>(window.get(), "CboMoni");
-            powSel->setFocus();
-            QTest::keyClick(powSel, Qt::Key_Down);
-            QTest::keyClick(powSel, Qt::Key_Down);
-            QCOMPARE(changedBytes(before, window->image()), changes);
-            QCOMPARE(moni->count(), 2);
-            QCOMPARE(moni->currentIndex(), shortIndex);
-            QTest::keyClick(powSel, Qt::Key_Up);
-            QCOMPARE(moni->count(), 4);
-            QCOMPARE(window->image()[0x256], std::uint8_t(0x01));
+            RadioImage typed = window->image();
+            for (const QString& step : steps) {
+                const QStringList pair = step.split('=');
+                applyImageEdit(typed, pair[0].toStdString(), pair[1].toStdString());
+                pick(child<QComboBox>(window.get(), pair[0]), pair[1]);
+            }
+            ModalAnswerer answers;
+            answers.answerFileDialog(dir.filePath("edited.k720"));
+            trigger(window.get(), "menuFilesave");
+            QVERIFY(!window->isModified());
+            QCOMPARE(changedBytes(typed, window->image()), QString());
+            QCOMPARE(window->image()[0x056] & 0x60, monitorBits);
         };
-        row(0x20, "056=00 256=02", 0); // Unmute Momentary
-        row(0x40, "256=02", 1);        // Unmute Toggle
+        const QString longHit = "CboPowSel=Long-hit [Moni]";
+        const QString none = "CboPowSel=None";
+        row(0x20, {longHit, none}, 0x20); // Unmute Momentary survives
+        row(0x68, {longHit, none}, 0x60); // Squelch Momentary, scan bits kept
+        row(0x40, {longHit, none}, 0x40); // Unmute Toggle
+        row(0x00, {longHit, none}, 0x00);
+        row(0x60, {longHit}, 0x60); // the short list shows Off, and writes nothing
+        row(0x60, {longHit, "CboMoni=Off", none}, 0x00);
+        row(0x20, {longHit, "CboMoni=Unmute Toggle"}, 0x40);
+        row(0x40, {"CboMoni=Squelch Momentary", longHit}, 0x60);
     }
 
     // The band list writes the band code at once, with the limits, the

@@ -97,7 +97,16 @@ MainForm::MainForm(StartOptions options, QWidget* parent)
     m_fraChSet->focusFirstCell();
 }
 
-MainForm::~MainForm() = default;
+// The panels outlive this body: Qt deletes them with the QWidget base, after
+// the image, the history and the ImageEditor part are gone, and hides the
+// window first, which takes the focus from the frequency box or a list. So
+// the panels stop editing here; a normal close has already written what they
+// held (closeEvent), and a window destroyed without one drops it.
+MainForm::~MainForm() {
+    m_fraChSet->setEditor(nullptr);
+    m_fraFunction->setEditor(nullptr);
+    m_tuning->setEditor(nullptr);
+}
 
 bool MainForm::isModified() const {
     for (int block = 0; block < RadioImage::kBlocks; ++block) {

@@ -75,16 +75,12 @@ OptionsPanel::OptionsPanel(QWidget* parent) : QGroupBox(parent) {
         m_labels[indexOf(place.id)] = label;
         m_lists[indexOf(place.id)] = list;
         list->installEventFilter(this);
-        // A choice made without the focus (the mouse wheel over the list)
-        // has no leaving to wait for.
-        connect(list, &QComboBox::activated, this, [this, list, id = place.id] {
-            if (!list->hasFocus()) {
-                commit(id);
-            }
-        });
+        // A choice is the user's: an item picked (also the one shown) or
+        // the selection moved by keys, wheel or code; fill() is silent.
+        connect(list, &QComboBox::currentIndexChanged, this,
+                [this, id = place.id] { m_pending[indexOf(id)] = true; });
+        connect(list, &QComboBox::activated, this, [this, id = place.id] { chosen(id); });
     }
-    connect(list(OptionId::CboBandSel), &QComboBox::activated, this, &OptionsPanel::bandSelChosen);
-    connect(list(OptionId::CboPowSel), &QComboBox::activated, this, &OptionsPanel::powSelChosen);
     // The priority channel must name a channel that exists and is in use.
     list(OptionId::CboPriorityCH)
         ->setToolTip(QStringLiteral("Must be not beyond Max Number of channels and only valid "
@@ -103,6 +99,7 @@ void OptionsPanel::refresh(const RadioImage& image, Language language) {
     for (OptionId id : kAllOptions) {
         fill(id, image, language, decodeOption(id, image));
     }
+    m_pending.fill(false);
 }
 
 bool OptionsPanel::eventFilter(QObject* watched, QEvent* event) {
@@ -127,45 +124,45 @@ bool OptionsPanel::eventFilter(QObject* watched, QEvent* event) {
     return QGroupBox::eventFilter(watched, event);
 }
 
+// The radio-wide W/N and Power Sel act at once; so does a choice made
+// without the focus (the mouse wheel over the list), which has no leaving to
+// wait for.
+void OptionsPanel::chosen(OptionId id) {
+    m_pending[indexOf(id)] = true;
+    if (id == OptionId::CboBandSel || id == OptionId::CboPowSel || !list(id)->hasFocus()) {
+        commit(id);
+    }
+}
+
+// The item as `zr310-cli set` writes it. A list that merely shows what the
+// image selects writes nothing: the short monitor list shows a momentary
+// function as "Off", and the bits stay until the user picks in the list.
 void OptionsPanel::commit(OptionId id) {
     const int index = list(id)->currentIndex();
-    if (m_editor == nullptr || index < 0 || index == decodeOption(id, m_editor->image())) {
-        return; // what the image holds already
+    if (m_editor == nullptr || !m_pending[indexOf(id)] || index < 0) {
+        return;
     }
+    if (id == OptionId::CboPowSel) {
+        commit(OptionId::CboMoni); // a monitor choice comes first, as typed
+    }
+    m_pending[indexOf(id)] = false;
     m_editor->edit([id, index](RadioImage& image) { setOptionIndex(image, id, index); });
+    const RadioImage& image = m_editor->image();
+    if (id == OptionId::CboPowSel) {
+        // Long-hit shortens the monitor list (and None lengthens it); the
+        // monitor bits stay as they are.
+        fill(OptionId::CboMoni, image, currentLanguage(), decodeOption(OptionId::CboMoni, image));
+    } else if (id == OptionId::CboBandSel) {
+        // Narrow for the whole radio makes every channel narrow; back to
+        // Wide, the channels keep their width.
+        emit channelsChanged();
+    }
 }
 
 void OptionsPanel::commitEdits() {
     for (OptionId id : kAllOptions) {
         commit(id);
     }
-}
-
-// Narrow for the whole radio makes every channel narrow; back to Wide, the
-// channels keep their width.
-void OptionsPanel::bandSelChosen(int index) {
-    if (m_editor == nullptr) {
-        return;
-    }
-    m_editor->edit(
-        [index](RadioImage& image) { setOptionIndex(image, OptionId::CboBandSel, index); });
-    emit channelsChanged();
-}
-
-// A long press of the Moni key for the power leaves the monitor key only
-// Off and Unmute Toggle; a momentary monitor function the image held then
-// becomes Off, so the list and the image agree.
-void OptionsPanel::powSelChosen(int index) {
-    if (m_editor == nullptr) {
-        return;
-    }
-    m_editor->edit([index](RadioImage& image) {
-        setOptionIndex(image, OptionId::CboPowSel, index);
-        const int monitor = decodeOption(OptionId::CboMoni, image);
-        setOptionIndex(image, OptionId::CboMoni, monitor);
-    });
-    const RadioImage& image = m_editor->image();
-    fill(OptionId::CboMoni, image, currentLanguage(), decodeOption(OptionId::CboMoni, image));
 }
 
 bool OptionsPanel::narrowBandRadio() const {

@@ -18,8 +18,10 @@ class ImageEditor;
 // per radio-wide option, each named after its `OptionId` (`CboTXLimit` ...
 // `CboBandSel`); the labels are named "Lbl" + the list's name.
 //
-// A list writes its choice into the image when it is left (Enter moves on to
-// the next control); the radio-wide W/N list and Power Sel act at once.
+// A list writes the item the user chose in it when it is left (Enter moves
+// on to the next control), exactly as `zr310-cli set` writes that item; a
+// list left without a choice writes nothing. The radio-wide W/N list and
+// Power Sel act at once.
 class OptionsPanel : public QGroupBox {
     Q_OBJECT
 public:
@@ -32,8 +34,7 @@ public:
     void applyLanguage(const RadioImage& image, Language language);
     // Fills every list from the image and selects the item it stores.
     void refresh(const RadioImage& image, Language language);
-    // Writes every list's choice that the image does not hold yet, as
-    // leaving the lists would.
+    // Writes every list's choice not written yet, as leaving the lists would.
     void commitEdits();
 
     QComboBox* list(OptionId id) const { return m_lists[static_cast<std::size_t>(id)]; }
@@ -49,13 +50,15 @@ protected:
 
 private:
     void fill(OptionId id, const RadioImage& image, Language language, int index);
+    void chosen(OptionId id);
     void commit(OptionId id);
-    void bandSelChosen(int index);
-    void powSelChosen(int index);
 
     ImageEditor* m_editor = nullptr;
     std::array<QComboBox*, kAllOptions.size()> m_lists{};
     std::array<QLabel*, kAllOptions.size()> m_labels{};
+    // Lists whose item the user chose since they were filled from the image
+    // and that have not written it yet.
+    std::array<bool, kAllOptions.size()> m_pending{};
 };
 
 } // namespace zr310::ui
