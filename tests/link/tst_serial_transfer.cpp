@@ -6,7 +6,6 @@
 
 #include "link_test_util.h"
 #include "ports.h"
-#include "serial_trace.h"
 #include "serial_transfer.h"
 #include "simulated_radio.h"
 #include "tuning_session.h"
@@ -26,9 +25,9 @@ namespace {
 constexpr int kPatience = 60'000;
 
 std::unique_ptr<SimulatedRadio> startRadio(const EmulatedRadio::Memory& memory,
-                                           bool lineDelay = false,
-                                           EmulatedRadioOptions options = {}) {
-    auto radio = std::make_unique<SimulatedRadio>(memory, options, PtyServerOptions{lineDelay});
+                                           bool lineDelay = false) {
+    auto radio = std::make_unique<SimulatedRadio>(memory, EmulatedRadioOptions{},
+                                                  PtyServerOptions{lineDelay});
     std::string error;
     if (!radio->start(error))
         qFatal("no pseudo-terminal: %s", error.c_str());
@@ -47,24 +46,6 @@ TransferResult run(SerialTransfer& transfer) {
     return finished.first().first().value<TransferResult>();
 }
 
-// The packets a trace file shows going out, one letter each: S wake-up,
-// I identify, C confirm, W write block, R read block, E END.
-QString packetsOnTheWire(const QString& tracePath) {
-    QFile file(tracePath);
-    if (!file.open(QIODevice::ReadOnly))
-        return {};
-    QString packets;
-    for (const QByteArray& line : file.readAll().split('\n')) {
-        const QList<QByteArray> fields = line.split(' ');
-        if (fields.size() < 3 || fields[1] != ">")
-            continue;
-        const QByteArray first = QByteArray::fromHex(fields[2]);
-        const bool wakeUp = first == "\x02" && fields.size() > 3;
-        packets += wakeUp ? 'S' : first == "\x02" ? 'I' : first == "\x06" ? 'C' : QChar(first[0]);
-    }
-    return packets.replace(QString(38, 'W'), "38W").replace("SIC", "S");
-}
-
 } // namespace
 
 class TestSerialTransfer : public QObject {
@@ -74,9 +55,6 @@ private slots:
     void submittedFrames_data();
     void submittedFrames();
     void ports();
-    void version10Write_data();
-    void version10Write();
-    void cancelledWrite();
     void problemKinds_data();
     void problemKinds();
 };
@@ -153,69 +131,6 @@ void TestSerialTransfer::ports() {
 #ifdef Q_OS_LINUX
     QCOMPARE(resolvePortName("COM4"), QString("/dev/ttyS3"));
 #endif
-}
-
-// A write over the real serial stack to a radio that does only what the
-// protocol says (strict), and to one that gives up a session after 300 ms of
-// silence: the warning answered at once or after a second, the outcome and
-// the packets on the wire (see packetsOnTheWire).
-void TestSerialTransfer::version10Write_data() {
-    QTest::addColumn<bool>("strict");
-    QTest::addColumn<QString>("fault");
-    QTest::addColumn<int>("answerAfterMs");
-    QTest::addColumn<QString>("wire");
-    QTest::newRow("strict, answered at once") << true << "none" << 0 << "S38WE";
-    QTest::newRow("strict, answered late") << true << "none" << 1000 << "S38WE";
-    QTest::newRow("gives up, answered late") << false << "drop-after:300" << 1000 << "SWES38WE";
-}
-
-void TestSerialTransfer::version10Write() {
-    QFETCH(bool, strict);
-    QFETCH(QString, fault);
-    QFETCH(int, answerAfterMs);
-    QFETCH(QString, wire);
-    auto radio = startRadio(
-        patternedMemory(3), true,
-        {.version10 = true, .fault = *RadioFault::parse(fault.toStdString()), .strict = strict});
-    QTemporaryDir dir;
-    SerialTrace trace(dir.filePath("trace.txt"));
-    SerialTrace::setActive(&trace);
-    RadioImage image = patternedImage(60);
-    LinkFlags flags;
-    SerialTransfer write(TransferKind::Write, port(*radio), image, flags);
-    write.setVersion10Warning([&](LinkFlags& f) {
-        QTest::qWait(answerAfterMs);
-        f.skipVersion10Check = f.version10Continue = true;
-    });
-    QCOMPARE(run(write).outcome, TransferOutcome::Completed);
-    SerialTrace::setActive(nullptr);
-    trace.flushReceived();
-    QCOMPARE(packetsOnTheWire(dir.filePath("trace.txt")), wire);
-    for (int a : writeBlocks())
-        QCOMPARE(radio->memory()[a], image.atAddress(a));
-}
-
-// Cancelled in the middle of a write: "END" reaches the strict radio, which is
-// ready for the next session at once.
-void TestSerialTransfer::cancelledWrite() {
-    auto radio = startRadio(patternedMemory(3), true, {.strict = true});
-    RadioImage image = patternedImage(60);
-    LinkFlags flags;
-    SerialTransfer write(TransferKind::Write, port(*radio), image, flags);
-    connect(&write, &SerialTransfer::progress, this, [&](int value) {
-        if (value == 10)
-            write.cancel();
-    });
-    const TransferResult result = run(write);
-    QCOMPARE(result.outcome, TransferOutcome::Cancelled);
-    QCOMPARE(result.messageId, kMsgWriteCancelled);
-    radio->withRadio([](EmulatedRadio& r) {
-        QCOMPARE(r.mode(), EmulatedRadio::Mode::Idle);
-        QVERIFY(r.blocksWritten() >= 10 && r.blocksWritten() < 38);
-    });
-    RadioImage readBack;
-    SerialTransfer read(TransferKind::Read, port(*radio), readBack, flags);
-    QCOMPARE(run(read).outcome, TransferOutcome::Completed);
 }
 
 // The errors Qt gives that have no text of their own (a missing port and one
