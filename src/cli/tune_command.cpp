@@ -14,6 +14,8 @@ namespace zr310 {
 
 namespace {
 
+constexpr int kMsgTuningCancelled = 1184; // "Tuning cancelled: ..."
+
 using Result = TuningExchange::Result;
 
 struct TunePair {
@@ -83,6 +85,11 @@ public:
                                    int* reported = nullptr) {
         if (m_status != kExitOk)
             return std::nullopt;
+        if (cancelSignalled()) { // Ctrl+C: no more values, only leaving tuning mode
+            m_err << text(kMsgTuningCancelled, m_language) << '\n';
+            m_status = kExitInterrupted;
+            return std::nullopt;
+        }
         const auto [result, stored] = wait(command, code, value);
         if (result == Result::NoAnswer || result == Result::Refused || result == Result::Invalid) {
             fail(result);

@@ -140,6 +140,8 @@ constexpr StringRow kStrings[] = {
     {1182, "Reading cancelled. Nothing was changed.", "读频已取消，未做任何更改。"},
     {1183, "Writing cancelled: the radio may hold a partly written memory: write again.",
      "写频已取消：对讲机中的数据可能只写入了一部分，请重新写频。"},
+    {1184, "Tuning cancelled: values not confirmed were dropped, and the radio left tuning mode.",
+     "调整已取消：未确认的数值已放弃，对讲机已退出调整模式。"},
     {1200, "Channel Setting", "信道设置"},
     {1201, "Close", "关闭"},
     {1202, "No TX", "禁发"},
