@@ -3,154 +3,229 @@
 #include "bcd.h"
 #include "channel.h"
 
-#include <cmath>
+#include <algorithm>
+#include <bit>
 #include <cstdio>
 
 namespace zr310 {
 
 namespace {
 
-// Bytes of the option columns 0x56 and 0x57.
-constexpr std::size_t kScanMoniByte = 0x056;  // bits 3-4 scan mode, bits 5-6 monitor key
-constexpr std::size_t kRevertByte = 0x0D6;    // bits 0-2 revert channel
-constexpr std::size_t kPriorityByte = 0x156;  // priority channel, BCD
-constexpr std::size_t kLookBackByte = 0x1D6;  // look-back period, BCD tenths of a second
-constexpr std::size_t kSquelchByte = 0x1D7;   // squelch level 0..9
-constexpr std::size_t kPowerSelByte = 0x256;  // bits 0-1 power selection
-constexpr std::size_t kFunctionByte = 0x257;  // bits 0 manual, 1 narrow, 3 battery save, 5 beep
-constexpr std::size_t kPreAlertByte = 0x2D7;  // pre-alert seconds, binary
-constexpr std::size_t kScanDelayByte = 0x356; // scan delay, BCD tenths of a second
-constexpr std::size_t kRekeyByte = 0x357;     // rekey time, BCD seconds
-constexpr std::size_t kTimeOutByte = 0x3D6;   // time-out timer, BCD tens of seconds
-constexpr std::size_t kTotResetByte = 0x3D7;  // time-out reset time, BCD seconds
-
-constexpr std::uint8_t kManualBit = 0x01;
-constexpr std::uint8_t kNarrowBit = 0x02;
-constexpr std::uint8_t kBatterySaveBit = 0x08;
-constexpr std::uint8_t kBeepBit = 0x20;
-constexpr std::uint8_t kScanBits = 0x18;
-constexpr std::uint8_t kMoniBits = 0x60;
-constexpr std::uint8_t kPowerSelBits = 0x03;
-constexpr std::uint8_t kRevertBits = 0x07;
-
-constexpr int kTimeOutItems = 11;   // Off, 30sec .. 300sec
-constexpr int kPreAlertItems = 255; // Off, 1sec .. 254sec
-constexpr int kRekeyItems = 61;     // Off, 1sec .. 60sec
-constexpr int kTotResetItems = 16;  // Off, 1sec .. 15sec
-constexpr int kPriorityItems = 16;  // Off, CH1 .. CH15
-constexpr int kLookBackFirst = 3;   // 0.3sec
-constexpr int kLookBackLast = 50;   // 5.0sec
-constexpr int kScanDelayItems = 20; // 0.0sec .. 9.5sec, steps of 0.5 s
-constexpr int kPowerSelLongPress = 2;
-
-constexpr std::string_view kNames[] = {
-    "CboTXLimit",     "CboPreAlert", "CboTOTAgain", "CboTOTReset",   "CboRing",    "CboHandModel",
-    "CboBatFunction", "CboSQ",       "CboScan",     "CboPriorityCH", "CboBakScan", "CboBakCH",
-    "CboScanHold",    "CboMoni",     "CboPowSel",   "CboBandSel",
+// Where a list is kept: the bits `mask` of the image byte at linear offset
+// `offset`. The option bytes are blocks of columns 0x56 and 0x57.
+struct Field {
+    std::size_t offset;
+    std::uint8_t mask;
 };
 
-constexpr int kLabelIds[] = {1304, 1305, 1306, 1307, 1308, 1310, 1311, 1309,
-                             1312, 1313, 1314, 1315, 1316, 1317, 1318, 1211};
+constexpr Field kPowerSel{0x256, 0x03};
+constexpr int kLongHit = 2; // power selection "Long-hit [Moni]"
+
+// String ids of the words the items are made of.
+constexpr int kOff = 1101;
+constexpr int kOn = 1100;
+constexpr int kSec = 1350;
+constexpr int kCh = 1203;
+
+enum class Number { Binary, Bcd };
+enum class Place { After, Before };
+
+// Numbered items: `count` of them, each showing its stored number × `scale`,
+// in tenths when `tenths`, with the word `unit` (0: none) after or before it.
+struct Numbers {
+    int count = 0;
+    int scale = 1;
+    bool tenths = false;
+    int unit = 0;
+    Place place = Place::After;
+};
+
+constexpr Numbers plain(int count) {
+    return {count, 1, false, 0, Place::After};
+}
+constexpr Numbers seconds(int count, int scale = 1) {
+    return {count, scale, false, kSec, Place::After};
+}
+constexpr Numbers tenthSeconds(int count) {
+    return {count, 1, true, kSec, Place::After};
+}
+constexpr Numbers channels(int count) {
+    return {count, 1, false, kCh, Place::Before};
+}
+
+struct Codec;
+// The item index a field's bits show; any bits show some item.
+using Reader = int (*)(const Codec& codec, int bits);
+
+// A list's items and how they are stored: item i is the number
+// i × step + base, written in binary or BCD into the field's bits. The items
+// are the words (string ids, up to the first 0), then the numbered ones.
+struct Codec {
+    Number number;
+    int step;
+    int base;
+    Reader read;
+    std::array<int, 4> words;
+    Numbers numbers;
+};
+
+constexpr int wordCount(const Codec& codec) {
+    return static_cast<int>(std::ranges::find(codec.words, 0) - codec.words.begin());
+}
+
+constexpr int itemCount(const Codec& codec) {
+    return wordCount(codec) + codec.numbers.count;
+}
+
+constexpr int storedNumber(const Codec& codec, int index) {
+    return index * codec.step + codec.base;
+}
+
+constexpr int bitsOf(const Codec& codec, int index) {
+    const int number = storedNumber(codec, index);
+    return codec.number == Number::Bcd ? toBcd(number) : number;
+}
+
+constexpr int numberOf(const Codec& codec, int bits) {
+    return codec.number == Number::Bcd ? bcdValue(static_cast<std::uint8_t>(bits)) : bits;
+}
+
+// An item's own number shows that item; any other number the first item.
+int exact(const Codec& codec, int bits) {
+    const int offset = numberOf(codec, bits) - codec.base;
+    const int index = offset / codec.step;
+    return offset >= 0 && offset % codec.step == 0 && index < itemCount(codec) ? index : 0;
+}
+
+// The nearest item; numbers past the list show the last one.
+int nearest(const Codec& codec, int bits) {
+    const int index = (numberOf(codec, bits) - codec.base + codec.step / 2) / codec.step;
+    return std::clamp(index, 0, itemCount(codec) - 1);
+}
+
+// The time-out byte: 0xFF (erased) shows the last item, bytes above the last
+// item's show Off, the others the nearest item.
+int timeOut(const Codec& codec, int bits) {
+    const int last = itemCount(codec) - 1;
+    if (bits == 0xFF)
+        return last;
+    return bits > bitsOf(codec, last) ? 0 : nearest(codec, bits);
+}
+
+// Items that are words, stored as index + base.
+constexpr Codec choices(std::array<int, 4> words, int base = 0) {
+    return {Number::Binary, 1, base, exact, words, {}};
+}
+
+// While power selection is Long-hit the long press is taken, and the monitor
+// key offers only Off (0) and Unmute Toggle (2); a stored momentary function
+// shows as Off and stays in the bits until an item is chosen.
+constexpr Codec kShortMonitor{Number::Binary, 2, 0, exact, {1359, 1361}, {}};
+
+struct OptionList {
+    OptionId id;
+    std::string_view name;
+    int label; // string id
+    Field field;
+    Codec codec;
+    const Codec* whileLongHit = nullptr; // the list while power selection is Long-hit
+};
+
+using enum OptionId;
+using enum Number;
+
+// Bytes: 0x056 bits 3-4 scan mode, 5-6 monitor key; 0x0D6 bits 0-2 revert
+// channel; 0x257 bits 0 manual, 1 narrow, 3 battery save, 5 beep; the others
+// are whole bytes, their numbers in BCD except pre-alert and squelch.
+constexpr OptionList kLists[] = {
+    // Time-out in tens of seconds.
+    {CboTXLimit, "CboTXLimit", 1304, {0x3D6, 0xFF}, {Bcd, 3, 0, timeOut, {kOff}, seconds(10, 10)}},
+    {CboPreAlert, "CboPreAlert", 1305, {0x2D7, 0xFF}, {Binary, 1, 0, exact, {kOff}, seconds(254)}},
+    {CboTOTAgain, "CboTOTAgain", 1306, {0x357, 0xFF}, {Bcd, 1, 0, exact, {kOff}, seconds(60)}},
+    {CboTOTReset, "CboTOTReset", 1307, {0x3D7, 0xFF}, {Bcd, 1, 0, exact, {kOff}, seconds(15)}},
+    {CboRing, "CboRing", 1308, {0x257, 0x20}, choices({kOff, kOn})},
+    {CboHandModel, "CboHandModel", 1310, {0x257, 0x01}, choices({kOff, kOn})},
+    {CboBatFunction, "CboBatFunction", 1311, {0x257, 0x08}, choices({kOff, kOn})},
+    {CboSQ, "CboSQ", 1309, {0x1D7, 0xFF}, {Binary, 1, 0, exact, {}, plain(10)}},
+    {CboScan, "CboScan", 1312, {0x056, 0x18}, choices({kOff, 1352, 1353})},
+    // The radio reads bytes above 0x15 as Off, so channel 16 is not offered.
+    {CboPriorityCH, "CboPriorityCH", 1313, {0x156, 0xFF}, {Bcd, 1, 0, exact, {kOff}, channels(15)}},
+    // Look-back period and scan delay in tenths of a second.
+    {CboBakScan, "CboBakScan", 1314, {0x1D6, 0xFF}, {Bcd, 1, 3, exact, {}, tenthSeconds(48)}},
+    {CboBakCH, "CboBakCH", 1315, {0x0D6, 0x07}, choices({1354, 1355, 1356, 1313}, 1)},
+    {CboScanHold, "CboScanHold", 1316, {0x356, 0xFF}, {Bcd, 5, 0, nearest, {}, tenthSeconds(20)}},
+    {CboMoni, "CboMoni", 1317, {0x056, 0x60}, choices({1359, 1360, 1361, 1362}), &kShortMonitor},
+    {CboPowSel, "CboPowSel", 1318, kPowerSel, choices({1105, 1357, 1358})},
+    {CboBandSel, "CboBandSel", 1211, {0x257, 0x02}, choices({1216, 1215})},
+};
+
+// Every item's bits fit the field.
+constexpr bool fits(const Field& field, const Codec& codec) {
+    for (int index = 0; index < itemCount(codec); ++index)
+        if (((bitsOf(codec, index) << std::countr_zero(field.mask)) & ~field.mask) != 0)
+            return false;
+    return true;
+}
+// Each id's row is at the id's place, and every list fits its field.
+constexpr bool tableIsSound() {
+    for (std::size_t i = 0; i < std::size(kLists); ++i) {
+        const OptionList& list = kLists[i];
+        if (list.id != kAllOptions[i] || !fits(list.field, list.codec) ||
+            (list.whileLongHit && !fits(list.field, *list.whileLongHit)))
+            return false;
+    }
+    return std::size(kLists) == kAllOptions.size();
+}
+static_assert(tableIsSound());
+
+const OptionList& listOf(OptionId id) {
+    return kLists[static_cast<std::size_t>(id)];
+}
+
+const Codec& codecOf(const OptionList& list, const RadioImage& image) {
+    return list.whileLongHit && monitorListIsShort(image) ? *list.whileLongHit : list.codec;
+}
+
+int fieldBits(const RadioImage& image, const Field& field) {
+    return (image[field.offset] & field.mask) >> std::countr_zero(field.mask);
+}
+
+void setFieldBits(RadioImage& image, const Field& field, int bits) {
+    const int shifted = bits << std::countr_zero(field.mask);
+    image[field.offset] =
+        static_cast<std::uint8_t>((image[field.offset] & ~field.mask) | (shifted & field.mask));
+}
 
 std::string word(int id, Language language) {
     return std::string(ResString(id, language));
 }
 
-std::string seconds(int count, Language language) {
-    return std::to_string(count) + word(1350, language);
-}
-
-std::string tenthsOfSeconds(int tenths, Language language) {
+std::string numberText(const Numbers& numbers, int value, Language language) {
     char text[16];
-    std::snprintf(text, sizeof text, "%d.%d", tenths / 10, tenths % 10);
-    return text + word(1350, language);
-}
-
-// "Off" followed by `count` numbered items made by `item`.
-template <typename Item> std::vector<std::string> offThen(int count, Language language, Item item) {
-    std::vector<std::string> items{word(1101, language)};
-    for (int i = 1; i <= count; ++i)
-        items.push_back(item(i));
-    return items;
-}
-
-std::vector<std::string> words(std::initializer_list<int> ids, Language language) {
-    std::vector<std::string> items;
-    for (int id : ids)
-        items.push_back(word(id, language));
-    return items;
-}
-
-bool bitSet(const RadioImage& image, std::size_t offset, std::uint8_t mask) {
-    return (image[offset] & mask) != 0;
-}
-
-void setBits(RadioImage& image, std::size_t offset, std::uint8_t mask, std::uint8_t value) {
-    image[offset] = static_cast<std::uint8_t>((image[offset] & ~mask) | (value & mask));
-}
-
-int itemCount(OptionId id, const RadioImage& image) {
-    return static_cast<int>(optionItems(id, image, Language::English).size());
-}
-
-int decodeTimeOut(std::uint8_t byte) {
-    if (byte == 0x00)
-        return 0;
-    if (byte == 0xFF)
-        return kTimeOutItems - 1;
-    if (byte >= 0x31)
-        return 0;
-    const int index = static_cast<int>(std::lround(bcdValue(byte) / 3.0));
-    return index < kTimeOutItems ? index : kTimeOutItems - 1;
-}
-
-// BCD bytes above `maxByte`, and bytes whose nibbles read past the list, are 0.
-int decodeBcdIndex(std::uint8_t byte, std::uint8_t maxByte, int items) {
-    if (byte > maxByte)
-        return 0;
-    const int value = bcdValue(byte);
-    return value < items ? value : 0;
-}
-
-int decodeLookBack(std::uint8_t byte) {
-    if (byte > 0x50 || byte < 0x03)
-        byte = 0x03;
-    const int index = bcdValue(byte) - kLookBackFirst;
-    return index <= kLookBackLast - kLookBackFirst ? index : 0;
-}
-
-int decodeScanDelay(std::uint8_t byte) {
-    const int index = static_cast<int>(std::lround(bcdValue(byte) / 5.0));
-    return index < kScanDelayItems ? index : kScanDelayItems - 1;
-}
-
-int decodeMonitor(const RadioImage& image) {
-    const int bits = (image[kScanMoniByte] & 0x78) & kMoniBits;
-    if (!monitorListIsShort(image))
-        return bits >> 5;
-    // The short list holds "Off" and "Unmute Toggle"; a momentary function,
-    // which needs the long press, shows as "Off".
-    return bits == 0x40 ? 1 : 0;
-}
-
-int decodeSmallField(std::uint8_t value, int items) {
-    return value < items ? value : 0;
+    if (numbers.tenths)
+        std::snprintf(text, sizeof text, "%d.%d", value / 10, value % 10);
+    else
+        std::snprintf(text, sizeof text, "%d", value);
+    if (numbers.unit == 0)
+        return text;
+    const std::string unit = word(numbers.unit, language);
+    return numbers.place == Place::Before ? unit + text : text + unit;
 }
 
 } // namespace
 
 std::string_view optionName(OptionId id) {
-    return kNames[static_cast<int>(id)];
+    return listOf(id).name;
 }
 
 int optionLabelId(OptionId id) {
-    return kLabelIds[static_cast<int>(id)];
+    return listOf(id).label;
 }
 
 bool optionFromName(std::string_view name, OptionId& id) {
-    for (OptionId candidate : kAllOptions) {
-        if (optionName(candidate) == name) {
-            id = candidate;
+    for (const OptionList& list : kLists) {
+        if (list.name == name) {
+            id = list.id;
             return true;
         }
     }
@@ -158,7 +233,7 @@ bool optionFromName(std::string_view name, OptionId& id) {
 }
 
 bool monitorListIsShort(const RadioImage& image) {
-    return (image[kPowerSelByte] & kPowerSelBits) == kPowerSelLongPress;
+    return fieldBits(image, kPowerSel) == kLongHit;
 }
 
 void setRadioWideBandwidth(RadioImage& image, int index) {
@@ -169,157 +244,34 @@ void setRadioWideBandwidth(RadioImage& image, int index) {
 }
 
 void clearPowerSelection(RadioImage& image) {
-    setBits(image, kPowerSelByte, kPowerSelBits, 0);
+    setFieldBits(image, kPowerSel, 0);
 }
 
 std::vector<std::string> optionItems(OptionId id, const RadioImage& image, Language language) {
-    auto sec = [language](int n) { return seconds(n, language); };
-    switch (id) {
-    case OptionId::CboTXLimit:
-        return offThen(kTimeOutItems - 1, language, [&](int i) { return sec(i * 30); });
-    case OptionId::CboPreAlert:
-        return offThen(kPreAlertItems - 1, language, sec);
-    case OptionId::CboTOTAgain:
-        return offThen(kRekeyItems - 1, language, sec);
-    case OptionId::CboTOTReset:
-        return offThen(kTotResetItems - 1, language, sec);
-    case OptionId::CboRing:
-    case OptionId::CboHandModel:
-    case OptionId::CboBatFunction:
-        return words({1101, 1100}, language);
-    case OptionId::CboSQ: {
-        std::vector<std::string> levels;
-        for (int level = 0; level <= 9; ++level)
-            levels.push_back(std::to_string(level));
-        return levels;
+    const Codec& codec = codecOf(listOf(id), image);
+    std::vector<std::string> items;
+    for (int index = 0; index < itemCount(codec); ++index) {
+        if (index < wordCount(codec))
+            items.push_back(word(codec.words[static_cast<std::size_t>(index)], language));
+        else
+            items.push_back(numberText(codec.numbers,
+                                       storedNumber(codec, index) * codec.numbers.scale, language));
     }
-    case OptionId::CboScan:
-        return words({1101, 1352, 1353}, language);
-    case OptionId::CboPriorityCH:
-        return offThen(kPriorityItems - 1, language,
-                       [&](int n) { return word(1203, language) + std::to_string(n); });
-    case OptionId::CboBakScan: {
-        std::vector<std::string> items;
-        for (int tenths = kLookBackFirst; tenths <= kLookBackLast; ++tenths)
-            items.push_back(tenthsOfSeconds(tenths, language));
-        return items;
-    }
-    case OptionId::CboBakCH:
-        return words({1354, 1355, 1356, 1313}, language);
-    case OptionId::CboScanHold: {
-        std::vector<std::string> items;
-        for (int i = 0; i < kScanDelayItems; ++i)
-            items.push_back(tenthsOfSeconds(i * 5, language));
-        return items;
-    }
-    case OptionId::CboMoni:
-        if (monitorListIsShort(image))
-            return words({1359, 1361}, language);
-        return words({1359, 1360, 1361, 1362}, language);
-    case OptionId::CboPowSel:
-        return words({1105, 1357, 1358}, language);
-    case OptionId::CboBandSel:
-        return words({1216, 1215}, language);
-    }
-    return {};
+    return items;
 }
 
 int decodeOption(OptionId id, const RadioImage& image) {
-    switch (id) {
-    case OptionId::CboTXLimit:
-        return decodeTimeOut(image[kTimeOutByte]);
-    case OptionId::CboPreAlert:
-        return decodeSmallField(image[kPreAlertByte], kPreAlertItems);
-    case OptionId::CboTOTAgain:
-        return decodeBcdIndex(image[kRekeyByte], 0x60, kRekeyItems);
-    case OptionId::CboTOTReset:
-        return decodeBcdIndex(image[kTotResetByte], 0x15, kTotResetItems);
-    case OptionId::CboRing:
-        return bitSet(image, kFunctionByte, kBeepBit);
-    case OptionId::CboHandModel:
-        return bitSet(image, kFunctionByte, kManualBit);
-    case OptionId::CboBatFunction:
-        return bitSet(image, kFunctionByte, kBatterySaveBit);
-    case OptionId::CboSQ:
-        return decodeSmallField(image[kSquelchByte], 10);
-    case OptionId::CboScan:
-        return decodeSmallField(((image[kScanMoniByte] & 0x78) & kScanBits) >> 3, 3);
-    case OptionId::CboPriorityCH:
-        return decodeBcdIndex(image[kPriorityByte], 0x15, kPriorityItems);
-    case OptionId::CboBakScan:
-        return decodeLookBack(image[kLookBackByte]);
-    case OptionId::CboBakCH: {
-        const int value = image[kRevertByte] & kRevertBits;
-        return value >= 1 && value <= 4 ? value - 1 : 0;
-    }
-    case OptionId::CboScanHold:
-        return decodeScanDelay(image[kScanDelayByte]);
-    case OptionId::CboMoni:
-        return decodeMonitor(image);
-    case OptionId::CboPowSel:
-        return decodeSmallField(image[kPowerSelByte] & kPowerSelBits, 3);
-    case OptionId::CboBandSel:
-        return bitSet(image, kFunctionByte, kNarrowBit);
-    }
-    return 0;
+    const OptionList& list = listOf(id);
+    const Codec& codec = codecOf(list, image);
+    return codec.read(codec, fieldBits(image, list.field));
 }
 
 bool encodeOption(OptionId id, RadioImage& image, int index) {
-    if (index < 0 || index >= itemCount(id, image))
+    const OptionList& list = listOf(id);
+    const Codec& codec = codecOf(list, image);
+    if (index < 0 || index >= itemCount(codec))
         return false;
-    const auto byte = static_cast<std::uint8_t>(index);
-    switch (id) {
-    case OptionId::CboTXLimit:
-        image[kTimeOutByte] = toBcd(index * 3);
-        break;
-    case OptionId::CboPreAlert:
-        image[kPreAlertByte] = byte;
-        break;
-    case OptionId::CboTOTAgain:
-        image[kRekeyByte] = toBcd(index);
-        break;
-    case OptionId::CboTOTReset:
-        image[kTotResetByte] = toBcd(index);
-        break;
-    case OptionId::CboRing:
-        setBits(image, kFunctionByte, kBeepBit, index ? kBeepBit : 0);
-        break;
-    case OptionId::CboHandModel:
-        setBits(image, kFunctionByte, kManualBit, index ? kManualBit : 0);
-        break;
-    case OptionId::CboBatFunction:
-        setBits(image, kFunctionByte, kBatterySaveBit, index ? kBatterySaveBit : 0);
-        break;
-    case OptionId::CboSQ:
-        image[kSquelchByte] = byte;
-        break;
-    case OptionId::CboScan:
-        setBits(image, kScanMoniByte, kScanBits, static_cast<std::uint8_t>(index << 3));
-        break;
-    case OptionId::CboPriorityCH:
-        image[kPriorityByte] = toBcd(index);
-        break;
-    case OptionId::CboBakScan:
-        image[kLookBackByte] = toBcd(index + kLookBackFirst);
-        break;
-    case OptionId::CboBakCH:
-        setBits(image, kRevertByte, kRevertBits, static_cast<std::uint8_t>(index + 1));
-        break;
-    case OptionId::CboScanHold:
-        image[kScanDelayByte] = toBcd(index * 5);
-        break;
-    case OptionId::CboMoni: {
-        const int function = monitorListIsShort(image) ? (index == 1 ? 2 : 0) : index;
-        setBits(image, kScanMoniByte, kMoniBits, static_cast<std::uint8_t>(function << 5));
-        break;
-    }
-    case OptionId::CboPowSel:
-        setBits(image, kPowerSelByte, kPowerSelBits, byte);
-        break;
-    case OptionId::CboBandSel:
-        setBits(image, kFunctionByte, kNarrowBit, index ? kNarrowBit : 0);
-        break;
-    }
+    setFieldBits(image, list.field, bitsOf(codec, index));
     return true;
 }
 
