@@ -118,4 +118,31 @@ bool lockForEditing(FileLock& lock, const std::filesystem::path& path, std::ostr
     return false;
 }
 
+EditOptions takeEditOptions(std::vector<std::string>& args) {
+    EditOptions options;
+    options.language = takeLanguageOption(args);
+    options.output = takeValueOption(args, "--output", "-o");
+    options.force = takeFlag(args, "--force");
+    rejectUnknownOptions(args);
+    return options;
+}
+
+int editImageFile(const std::filesystem::path& input, const EditOptions& options, std::ostream& err,
+                  const std::function<int(RadioImage&)>& edit) {
+    if (!options.output.empty() && !checkOutputFile(options.output, options.force, err))
+        return kExitFileRefused;
+    const std::filesystem::path target =
+        options.output.empty() ? input : std::filesystem::path(options.output);
+    FileLock lock; // no other edit of the target from the load to the save
+    if (!lockForEditing(lock, target, err))
+        return kExitFileRefused;
+    RadioImage image;
+    FileExtras extras; // the input's unnamed bytes go to the output unchanged
+    if (!loadImageFile(input, image, options.language, err, &extras))
+        return kExitFileRefused;
+    if (const int status = edit(image); status != kExitOk)
+        return status;
+    return saveImageFileReporting(target, image, err, extras) ? kExitOk : kExitFileRefused;
+}
+
 } // namespace zr310

@@ -7,6 +7,7 @@
 
 #include <chrono>
 #include <filesystem>
+#include <functional>
 #include <ostream>
 #include <stdexcept>
 #include <string>
@@ -79,6 +80,27 @@ inline constexpr std::chrono::seconds kEditLockWait{5};
 // kExitFileRefused. On a file system without locks a warning goes to err and
 // the edit goes on unlocked.
 bool lockForEditing(FileLock& lock, const std::filesystem::path& path, std::ostream& err);
+
+// What every command that edits FILE takes: -o OUT (empty: FILE itself),
+// --force to replace an OUT, --lang for its messages.
+struct EditOptions {
+    std::string output;
+    bool force = false;
+    Language language = Language::English;
+};
+
+// Takes -o/--output, --force and --lang out of args, then rejects any other
+// option left.
+EditOptions takeEditOptions(std::vector<std::string>& args);
+
+// Edits FILE in place or into OUT, as set does: checks OUT (checkOutputFile),
+// locks the file to be written from before the read to after the save
+// (lockForEditing), loads FILE with its unnamed bytes, lets `edit` change the
+// image and saves it with the same unnamed bytes. `edit` returns kExitOk to
+// save, or another status to stop with nothing written; a UsageError thrown
+// by it also leaves every file as it was.
+int editImageFile(const std::filesystem::path& input, const EditOptions& options, std::ostream& err,
+                  const std::function<int(RadioImage&)>& edit);
 
 std::string pathText(const std::filesystem::path& path);
 

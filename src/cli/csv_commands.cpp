@@ -25,34 +25,26 @@ int runExportCsvCommand(std::vector<std::string> args, std::ostream& /*out*/, st
 }
 
 int runImportCsvCommand(std::vector<std::string> args, std::ostream& /*out*/, std::ostream& err) {
-    const std::string output = takeValueOption(args, "--output", "-o");
-    const bool force = takeFlag(args, "--force");
+    EditOptions options;
+    options.output = takeValueOption(args, "--output", "-o");
+    options.force = takeFlag(args, "--force");
     rejectUnknownOptions(args);
     if (args.size() != 2)
         throw UsageError("import-csv needs a FILE and an IN.csv");
-    if (!output.empty() && !checkOutputFile(output, force, err))
-        return kExitFileRefused;
-    const std::filesystem::path input = args[0];
-    const std::filesystem::path target = output.empty() ? input : std::filesystem::path(output);
-    FileLock lock; // no other edit of the target from the load to the save
-    if (!lockForEditing(lock, target, err))
-        return kExitFileRefused;
-    RadioImage image;
-    FileExtras extras;
-    if (!loadImageFile(input, image, Language::English, err, &extras))
-        return kExitFileRefused;
-    const ReadResult csv = readWholeFile(args[1], kMaxCsvBytes);
-    if (csv.status != ReadStatus::Ok) {
-        err << "cannot read " << args[1] << ": " << csv.detail << '\n';
-        return kExitFileRefused;
-    }
-    try {
-        importChannelsCsv(image, std::string(csv.bytes.begin(), csv.bytes.end()));
-    } catch (const CsvError& error) {
-        err << args[1] << ": " << error.what() << '\n';
-        return kExitFileRefused;
-    }
-    return saveImageFileReporting(target, image, err, extras) ? kExitOk : kExitFileRefused;
+    return editImageFile(args[0], options, err, [&args, &err](RadioImage& image) {
+        const ReadResult csv = readWholeFile(args[1], kMaxCsvBytes);
+        if (csv.status != ReadStatus::Ok) {
+            err << "cannot read " << args[1] << ": " << csv.detail << '\n';
+            return kExitFileRefused;
+        }
+        try {
+            importChannelsCsv(image, std::string(csv.bytes.begin(), csv.bytes.end()));
+        } catch (const CsvError& error) {
+            err << args[1] << ": " << error.what() << '\n';
+            return kExitFileRefused;
+        }
+        return kExitOk;
+    });
 }
 
 } // namespace zr310

@@ -16,7 +16,8 @@ void printSetHelp(std::ostream& out) {
            "Sets each KEY of FILE (or of its copy OUT) to VALUE, from left to right. A value\n"
            "may also be given in Chinese and in any letter case. ch{1..16}.KEY stands for\n"
            "ch1.KEY to ch16.KEY, tch{1..11} for the test channels; \"...\" for the items\n"
-           "between its neighbours.\n\n";
+           "between its neighbours. A range or a list of channels sets each of them:\n"
+           "ch1-8.power=Low, ch2,5,9.rx_tone=\"CTC 88.5\", tch1-3.close=x.\n\n";
     const auto keys = imageEditKeys();
     std::size_t width = 0;
     for (const EditKeyHelp& key : keys)
@@ -49,38 +50,24 @@ int runSetCommand(std::vector<std::string> args, std::ostream& out, std::ostream
         printSetHelp(out);
         return kExitOk;
     }
-    const Language language = takeLanguageOption(args);
-    std::string output = takeValueOption(args, "--output", "-o");
-    const bool force = takeFlag(args, "--force");
-    rejectUnknownOptions(args);
+    const EditOptions options = takeEditOptions(args);
     if (args.size() < 2)
         throw UsageError("set needs a FILE and at least one KEY=VALUE");
-    if (!output.empty() && !checkOutputFile(output, force, err))
-        return kExitFileRefused;
-
-    const std::filesystem::path input = args[0];
-    const std::filesystem::path target = output.empty() ? input : std::filesystem::path(output);
-    FileLock lock; // no other edit of the target from the load to the save
-    if (!lockForEditing(lock, target, err))
-        return kExitFileRefused;
-    RadioImage image;
-    FileExtras extras; // the input's unnamed bytes go to the output unchanged
-    if (!loadImageFile(input, image, language, err, &extras))
-        return kExitFileRefused;
-
-    for (std::size_t i = 1; i < args.size(); ++i) {
-        const std::string& pair = args[i];
-        const auto equals = pair.find('=');
-        if (equals == std::string::npos || equals == 0)
-            throw UsageError("'" + pair + "' is not KEY=VALUE");
-        try {
-            applyImageEdit(image, std::string_view(pair).substr(0, equals),
-                           std::string_view(pair).substr(equals + 1));
-        } catch (const EditError& e) {
-            throw UsageError(e.what());
+    return editImageFile(args[0], options, err, [&args](RadioImage& image) {
+        for (std::size_t i = 1; i < args.size(); ++i) {
+            const std::string& pair = args[i];
+            const auto equals = pair.find('=');
+            if (equals == std::string::npos || equals == 0)
+                throw UsageError("'" + pair + "' is not KEY=VALUE");
+            try {
+                applyImageEdit(image, std::string_view(pair).substr(0, equals),
+                               std::string_view(pair).substr(equals + 1));
+            } catch (const EditError& e) {
+                throw UsageError(e.what());
+            }
         }
-    }
-    return saveImageFileReporting(target, image, err, extras) ? kExitOk : kExitFileRefused;
+        return kExitOk;
+    });
 }
 
 } // namespace zr310

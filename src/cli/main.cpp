@@ -1,5 +1,6 @@
 // zr310-cli: scripting and batch use of the ZR-310 programming core.
 
+#include "channel_commands.h"
 #include "cli_common.h"
 #include "compare_commands.h"
 #include "csv_commands.h"
@@ -29,6 +30,13 @@ Commands:
   show FILE [--json] [--lang en|zh]       everything the main window shows for FILE
   set FILE KEY=VALUE... [-o OUT [--force]]
                                           edit FILE (or write the result to OUT)
+  move FILE FROM TO [-o OUT [--force]]    move channel FROM (or a range such as 3-5) whole
+                                          so that it starts at TO; the channels between
+                                          shift to make room
+  sort FILE [--by KEY] [-o OUT [--force]] sort the channels by KEY, a channel key of set
+                                          (rx_freq when not given); closed ones go last
+  clear FILE CHANNELS [-o OUT [--force]]  close CHANNELS (3, 3-5 or 2,7) as a new radio's
+                                          empty channels are
   export-csv FILE -o OUT.csv [--force]    the open channels of FILE as CSV (docs/csv.md)
   import-csv FILE IN.csv [-o OUT [--force]]
                                           set the channels IN.csv names in FILE (or OUT)
@@ -67,8 +75,9 @@ Commands:
 
 FILE is a data file (.k720) or a raw image (.bin, 1024 bytes in radio address order).
 OUT is never replaced without --force; a folder, FIFO or device, or a folder that does not
-  exist, is refused before any work starts. set and import-csv lock the file they write
-  from reading to saving; another edit of it waits up to 5 seconds, then is refused (5).
+  exist, is refused before any work starts. set, import-csv, move, sort and clear lock the
+  file they write from reading to saving; another edit of it waits up to 5 seconds, then
+  is refused (5). They change nothing when any part of the edit is refused.
 PORT is COM1..COM4, a serial device (/dev/ttyUSB0, COM7), or sim (a built-in emulated radio).
 The radio commands take --lang en|zh too, and all but ports take --trace FILE: every byte
   sent (>) and received (<) with the seconds since the start, in hex.
@@ -81,6 +90,8 @@ Keys of set: chN.rx_freq chN.tx_freq chN.rx_tone chN.tx_tone chN.scan chN.busy_l
   tchN.rx_tone tchN.tx_tone tchN.close tchN.no_tx (N = 1..11); CboBand CboBandSel and the
   option lists (CboTXLimit, CboSQ, ...) set to an item text; tuning.NAME (0..255);
   user_text (at most 96 characters). zr310-cli set --help lists every key and its values.
+  chN and tchN also take a range or a list, ch1-8.power=Low, ch2,5,9.rx_tone="CTC 88.5":
+  the value goes to each channel named.
 Options that take a value are given once each, unless said otherwise.
 Exit status: 0 done, 2 usage error, 3 no response (or the port cannot be opened: the
   message says why), 4 interrupted (or stopped by Ctrl+C, SIGTERM or SIGHUP), 5 file
@@ -118,6 +129,9 @@ const std::map<std::string, Command>& commands() {
         {"new", zr310::runNewCommand},
         {"show", zr310::runShowCommand},
         {"set", zr310::runSetCommand},
+        {"move", zr310::runMoveCommand},
+        {"sort", zr310::runSortCommand},
+        {"clear", zr310::runClearCommand},
         {"export-csv", zr310::runExportCsvCommand},
         {"import-csv", zr310::runImportCsvCommand},
         {"report", zr310::runReportCommand},

@@ -1,6 +1,7 @@
 #include "image_edit.h"
 
 #include "bands.h"
+#include "channel_list.h"
 #include "radio_info.h"
 #include "tones.h"
 #include "tuning.h"
@@ -152,20 +153,12 @@ int itemIndex(const std::vector<std::string>& english, const std::vector<std::st
     badValue(subject, original, expected);
 }
 
-// "ch12" -> 12 when 1 <= n <= count.
-std::optional<int> numberAfter(std::string_view prefix, std::string_view text, int count) {
-    if (text.substr(0, prefix.size()) != prefix || text.size() == prefix.size() ||
-        text.size() > prefix.size() + 2)
+// "ch12", "ch1-8" or "ch2,5,9" -> the channels when each is 1..count.
+std::optional<std::vector<int>> channelsAfter(std::string_view prefix, std::string_view text,
+                                              int count) {
+    if (text.substr(0, prefix.size()) != prefix)
         return std::nullopt;
-    int n = 0;
-    for (char c : text.substr(prefix.size())) {
-        if (!std::isdigit(static_cast<unsigned char>(c)))
-            return std::nullopt;
-        n = n * 10 + (c - '0');
-    }
-    if (n < 1 || n > count)
-        return std::nullopt;
-    return n;
+    return parseChannelList(text.substr(prefix.size()), count);
 }
 
 std::optional<ChannelField> fieldOfKey(std::string_view key) {
@@ -183,26 +176,35 @@ bool testChannelHas(ChannelField field) {
            field == ChannelField::Close || field == ChannelField::NoTx;
 }
 
-// "ch3.rx_freq" or "tch2.close"; false when the key names no record field.
+// "ch3.rx_freq", "ch1-8.power" or "tch2,5.close"; false when the key names no
+// record field. A list of channels takes the value on each in turn; the first
+// that refuses it is named by its own key ("ch5.rx_tone").
 bool editRecord(RadioImage& image, std::string_view key, std::string_view value) {
     const auto dot = key.find('.');
     if (dot == std::string_view::npos)
         return false;
-    const auto field = fieldOfKey(key.substr(dot + 1));
+    const std::string_view fieldKey = key.substr(dot + 1);
+    const auto field = fieldOfKey(fieldKey);
     if (!field)
         return false;
-    int column = -1;
-    if (const auto n = numberAfter("ch", key.substr(0, dot), kChannelCount))
-        column = channelColumn(*n);
-    else if (const auto t = numberAfter("tch", key.substr(0, dot), kTestChannelCount);
-             t && testChannelHas(*field))
-        column = testChannelColumn(*t);
-    if (column < 0)
+    const std::string_view records = key.substr(0, dot);
+    std::string_view prefix = "ch";
+    int (*column)(int) = channelColumn;
+    auto numbers = channelsAfter(prefix, records, kChannelCount);
+    if (!numbers && testChannelHas(*field)) {
+        prefix = "tch";
+        column = testChannelColumn;
+        numbers = channelsAfter(prefix, records, kTestChannelCount);
+    }
+    if (!numbers)
         return false;
-    try {
-        setChannelField(image, column, *field, value);
-    } catch (const EditError& e) {
-        badValue(key, e.value(), e.expected());
+    for (int n : *numbers) {
+        try {
+            setChannelField(image, column(n), *field, value);
+        } catch (const EditError& e) {
+            badValue(std::string(prefix) + std::to_string(n) + "." + std::string(fieldKey),
+                     e.value(), e.expected());
+        }
     }
     return true;
 }

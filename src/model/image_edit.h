@@ -92,8 +92,12 @@ void setOptionText(RadioImage& image, OptionId id, std::string_view text);
 void setBandText(RadioImage& image, std::string_view text);
 
 // One KEY=VALUE of `zr310-cli set`: "ch3.rx_freq", "tch2.tx_tone",
-// "CboScan", "CboBand", "tuning.battery", "user_text". Throws EditError
-// naming the key or the value; the image is then unchanged.
+// "CboScan", "CboBand", "tuning.battery", "user_text". A channel or test
+// channel key may name a range or a list ("ch1-8.power", "ch2,5,9.rx_tone",
+// parseChannelList): the value is set on each channel in turn, as the key of
+// that one channel would set it. Throws EditError naming the key (for a range,
+// the first channel that refuses, "ch5.rx_tone") or the value; the image is
+// then unchanged.
 void applyImageEdit(RadioImage& image, std::string_view key, std::string_view value);
 
 // A key applyImageEdit takes and what it takes for it, in English, for the
