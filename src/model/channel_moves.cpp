@@ -36,27 +36,28 @@ Records::iterator channelAt(Records& records, int channel) {
     return records.begin() + (channel - 1);
 }
 
-// What a channel sorts by: closed channels last, then a number (a frequency
-// in hertz, a tone), then a text.
+// What a channel sorts by: closed channels last, all alike; open ones by a
+// number (a frequency in hertz, a tone), then a text.
 using SortKey = std::tuple<bool, std::uint64_t, std::string>;
 
 SortKey sortKey(const RadioImage& image, int channel, ChannelField by) {
     const ChannelView record(image, channelColumn(channel));
-    const bool closed = !record.isOpen();
+    if (!record.isOpen())
+        return {true, 0, {}}; // closed channels keep their order
     switch (by) {
     case ChannelField::RxFreq:
     case ChannelField::TxFreq: {
         const FrequencyCode code =
             record.frequency(by == ChannelField::RxFreq ? Side::Receive : Side::Transmit);
-        return {closed, std::uint64_t{code.steps} * (code.step625 ? 6250u : 5000u), {}};
+        return {false, std::uint64_t{code.steps} * (code.step625 ? 6250u : 5000u), {}};
     }
     case ChannelField::RxTone:
     case ChannelField::TxTone: {
         const Tone tone = record.tone(by == ChannelField::RxTone ? Side::Receive : Side::Transmit);
-        return {closed, std::uint64_t{static_cast<unsigned>(tone.kind)} << 16 | tone.value, {}};
+        return {false, std::uint64_t{static_cast<unsigned>(tone.kind)} << 16 | tone.value, {}};
     }
     default:
-        return {closed, 0, channelFieldText(image, channelColumn(channel), by, Language::English)};
+        return {false, 0, channelFieldText(image, channelColumn(channel), by, Language::English)};
     }
 }
 

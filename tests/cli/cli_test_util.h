@@ -23,10 +23,10 @@ struct CommandRun {
     std::string out, err;
 };
 
+using CommandFunction = std::function<int(std::vector<std::string>, std::ostream&, std::ostream&)>;
+
 // Runs a command function in-process the way main() does, usage errors included.
-inline CommandRun runCommand(
-    const std::function<int(std::vector<std::string>, std::ostream&, std::ostream&)>& command,
-    std::vector<std::string> args) {
+inline CommandRun runCommand(const CommandFunction& command, std::vector<std::string> args) {
     std::ostringstream out, err;
     CommandRun run;
     try {
