@@ -55,7 +55,7 @@ double timeWrite(const std::vector<std::string>& ports, const RadioImage& image)
     QElapsedTimer clock;
     clock.start();
     const int status = writeFleet(ports, image, {}, lines);
-    const double ms = clock.nsecsElapsed() / 1e6;
+    const double ms = static_cast<double>(clock.nsecsElapsed()) / 1e6;
     if (status != kExitOk) {
         std::fprintf(stderr, "bench_fleet: %s", lines.str().c_str());
         return -1;

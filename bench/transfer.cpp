@@ -57,7 +57,7 @@ double measure(TransferKind kind, const QString& port, bool& completed) {
     clock.start();
     transfer.start();
     loop.exec();
-    const double ms = clock.nsecsElapsed() / 1e6;
+    const double ms = static_cast<double>(clock.nsecsElapsed()) / 1e6;
     completed = transfer.result().outcome == TransferOutcome::Completed;
     return ms;
 }

@@ -2,6 +2,7 @@
 
 #include "bands.h"
 #include "radio_info.h"
+#include "sizes.h"
 
 namespace zr310 {
 
@@ -9,7 +10,7 @@ namespace {
 
 ListChoice choiceOf(OptionId id, const RadioImage& image, Language language) {
     const int index = decodeOption(id, image);
-    return {index, optionItems(id, image, language).at(index)};
+    return {index, optionItems(id, image, language).at(toIndex(index))};
 }
 
 } // namespace
@@ -17,8 +18,9 @@ ListChoice choiceOf(OptionId id, const RadioImage& image, Language language) {
 ImageSummary summarizeImage(const RadioImage& image, Language language) {
     ImageSummary summary;
     const int bandIndex = bandIndexFromImage(image);
-    summary.band = {bandIndex, std::string(kBands[bandIndex].text)};
-    summary.bandRange = bandRangeText(kBands[bandIndex].text);
+    const Band& band = bandOfImage(image);
+    summary.band = {bandIndex, std::string(band.text)};
+    summary.bandRange = bandRangeText(band.text);
     summary.bandwidth = choiceOf(OptionId::CboBandSel, image, language);
 
     for (int n = 1; n <= kChannelCount; ++n)

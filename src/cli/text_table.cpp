@@ -4,11 +4,11 @@
 
 namespace zr310 {
 
-int displayWidth(std::string_view utf8) {
-    int width = 0;
+std::size_t displayWidth(std::string_view utf8) {
+    std::size_t width = 0;
     for (std::size_t i = 0; i < utf8.size();) {
         const auto lead = static_cast<unsigned char>(utf8[i]);
-        const int length = lead < 0x80 ? 1 : lead < 0xE0 ? 2 : lead < 0xF0 ? 3 : 4;
+        const std::size_t length = lead < 0x80 ? 1 : lead < 0xE0 ? 2 : lead < 0xF0 ? 3 : 4;
         // Three-byte sequences from U+1100 up are mostly wide (CJK, full-width forms).
         width += length >= 3 ? 2 : 1;
         i += length;
@@ -25,7 +25,7 @@ void TextTable::addRow(std::vector<std::string> cells) {
 }
 
 std::string TextTable::render() const {
-    std::vector<int> widths(m_rows.front().size(), 0);
+    std::vector<std::size_t> widths(m_rows.front().size(), 0);
     for (const auto& row : m_rows)
         for (std::size_t c = 0; c < row.size() && c < widths.size(); ++c)
             widths[c] = std::max(widths[c], displayWidth(row[c]));

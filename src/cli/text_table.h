@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -20,6 +21,6 @@ private:
 };
 
 // Terminal columns taken by a UTF-8 text.
-int displayWidth(std::string_view utf8);
+std::size_t displayWidth(std::string_view utf8);
 
 } // namespace zr310

@@ -8,6 +8,7 @@
 #include "ports.h"
 #include "radio_info.h"
 #include "serial_transfer.h"
+#include "sizes.h"
 #include "transfer_support.h"
 
 #include <QCoreApplication>
@@ -54,8 +55,9 @@ public:
             return;
         constexpr int kWidth = 40;
         const int filled = kWidth * value / maximum;
-        m_err << "\r[" << std::string(filled, '#') << std::string(kWidth - filled, '-') << "] "
-              << value << '/' << maximum << std::flush;
+        m_err << "\r[" << std::string(toCount(filled), '#')
+              << std::string(toCount(kWidth - filled), '-') << "] " << value << '/' << maximum
+              << std::flush;
         m_drawn = true;
     }
     void done() {

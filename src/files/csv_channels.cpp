@@ -4,6 +4,7 @@
 #include "channel.h"
 #include "image_edit.h"
 #include "shown_bytes.h"
+#include "sizes.h"
 #include "tones.h"
 
 #include <algorithm>
@@ -169,7 +170,7 @@ Header readHeader(const Record& record) {
     header.size = record.fields.size();
     for (std::size_t i = 0; i < record.fields.size(); ++i) {
         const std::string name = lower(trimmed(record.fields[i]));
-        for (int c = 0; c < kColumnCount; ++c)
+        for (std::size_t c = 0; c < kColumnNames.size(); ++c)
             if (header.index[c] < 0 && name == lower(kColumnNames[c]))
                 header.index[c] = static_cast<int>(i);
     }
@@ -193,7 +194,8 @@ public:
     bool has(Column column) const { return m_header.index[column] >= 0; }
 
     std::string_view operator[](Column column) const {
-        return has(column) ? trimmed(m_record.fields[m_header.index[column]]) : std::string_view();
+        return has(column) ? trimmed(m_record.fields[toIndex(m_header.index[column])])
+                           : std::string_view();
     }
 
     // The column, or `other` when the file lacks it: a file with only one
@@ -513,17 +515,18 @@ int importChannelsCsv(RadioImage& image, std::string_view text) {
     if (!headerRecord)
         throw CsvError("the file has no header line");
     const Header header = readHeader(*headerRecord);
-    const Band& band = kBands[bandIndexFromImage(image)];
+    const Band& band = bandOfImage(image);
     RadioImage edited = image;
     std::array<int, kChannelCount + 1> lineOfChannel{};
     int rows = 0;
     while (const auto record = reader.next()) {
         const Row row(header, *record);
         const int n = location(row);
-        if (lineOfChannel[n] != 0)
+        int& lineOfN = lineOfChannel[toIndex(n)];
+        if (lineOfN != 0)
             row.refuse("channel " + std::to_string(n) + " is already set on line " +
-                       std::to_string(lineOfChannel[n]));
-        lineOfChannel[n] = record->line;
+                       std::to_string(lineOfN));
+        lineOfN = record->line;
         applyRow(edited, channelColumn(n), row, band);
         ++rows;
     }

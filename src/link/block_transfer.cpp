@@ -1,6 +1,7 @@
 #include "block_transfer.h"
 
 #include "packets.h"
+#include "sizes.h"
 
 namespace zr310 {
 
@@ -189,7 +190,7 @@ LinkAction BlockTransfer::blockReply(std::span<const std::uint8_t> reply) {
             const bool keep = m_kind != TransferKind::Read || m_blockCounter < blocks();
             if (keep) {
                 for (int i = 0; i < 8; ++i)
-                    m_image.setAtAddress(blockAddress() + i, reply[4 + i]);
+                    m_image.setAtAddress(blockAddress() + i, reply[toIndex(4 + i)]);
             }
             good = reply[0] == kWriteCommand;
         }

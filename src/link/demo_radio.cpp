@@ -66,7 +66,8 @@ RadioImage makeDemoRadioImage() {
     stampWriteDate(image, {2006, 5, 18, 9, 30, 0});
     constexpr std::string_view kRadioId = "ZR310-EMU-0001";
     for (std::size_t i = 0; i < 16; ++i) {
-        const auto byte = i < kRadioId.size() ? static_cast<std::uint8_t>(kRadioId[i]) : 0xFF;
+        const auto byte =
+            i < kRadioId.size() ? static_cast<std::uint8_t>(kRadioId[i]) : std::uint8_t{0xFF};
         image.setAtAddress(kRadioIdAddress + static_cast<int>(i), byte);
     }
     return image;

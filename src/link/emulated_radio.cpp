@@ -1,6 +1,7 @@
 #include "emulated_radio.h"
 
 #include "packets.h"
+#include "sizes.h"
 #include "tuning.h"
 #include "tuning_exchange.h"
 
@@ -29,8 +30,8 @@ const TuningItemInfo* itemByLetter(std::uint8_t letter) {
     return nullptr;
 }
 
-int tuningAddress(const TuningItemInfo& info) {
-    return kTuningColumn * 8 + info.block;
+std::size_t tuningAddress(const TuningItemInfo& info) {
+    return toIndex(kTuningColumn * 8 + info.block);
 }
 
 template <std::size_t N>
@@ -235,7 +236,7 @@ std::vector<std::uint8_t> EmulatedRadio::handleProgramming() {
     if (head == kWriteCommand) {
         std::copy_n(m_packet.begin() + 4, 8, m_memory.begin() + address);
         if (fault.kind == RadioFault::Kind::Corrupt && m_sessionBlocks == fault.block)
-            m_memory[address] ^= 0xFF;
+            m_memory[toIndex(address)] ^= 0xFF;
         m_sessionWrote = true;
         ++m_blocksWritten;
         return blockReply({kAck});

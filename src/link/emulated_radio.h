@@ -39,7 +39,7 @@ struct RadioFault {
 
 struct EmulatedRadioOptions {
     bool version10 = false; // identification byte 7 is 0x01 instead of 0x02
-    RadioFault fault;
+    RadioFault fault{};
     // Strict: does only what the written protocol says. A wake-up is heard
     // only while idle; in a session each state answers only its own packet,
     // the block state only blocks, "END" and the tuning-mode entry (confirm,

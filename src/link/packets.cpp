@@ -1,5 +1,7 @@
 #include "packets.h"
 
+#include "sizes.h"
+
 #include <algorithm>
 
 namespace zr310 {
@@ -37,7 +39,7 @@ Packet writeBlockPacket(int address, const RadioImage& image) {
     packet.bytes[2] = static_cast<std::uint8_t>(address & 0xFF);
     packet.bytes[3] = kBlockLength;
     for (int i = 0; i < 8; ++i)
-        packet.bytes[4 + i] = image.atAddress(address + i);
+        packet.bytes[toIndex(4 + i)] = image.atAddress(address + i);
     return packet;
 }
 
@@ -61,10 +63,10 @@ int blockAddress(TransferKind kind, int counter) {
     case TransferKind::Read:
         return index * 8;
     case TransferKind::Write:
-        return index < 32 ? index * 8 : kWriteTail[index - 32];
+        return index < 32 ? index * 8 : kWriteTail[toIndex(index - 32)];
     case TransferKind::EnterTuning:
         return index < kTuningAreaBlocks ? kTuningAreaAddress + index * 8
-                                         : kTuningValueBlocks[index - kTuningAreaBlocks];
+                                         : kTuningValueBlocks[toIndex(index - kTuningAreaBlocks)];
     case TransferKind::WriteTuning:
         return kTuningAreaAddress + index * 8;
     }

@@ -2,6 +2,7 @@
 
 #include "link_types.h"
 #include "ports.h"
+#include "sizes.h"
 
 #include <QFile>
 
@@ -52,8 +53,9 @@ QString groupThatWouldHelp(const QByteArray& path) {
         return {};
     if ((info.st_mode & (S_IRGRP | S_IWGRP)) != (S_IRGRP | S_IWGRP) || ::getegid() == info.st_gid)
         return {};
-    std::vector<gid_t> groups(std::max(0, ::getgroups(0, nullptr)));
-    groups.resize(std::max(0, ::getgroups(int(groups.size()), groups.data())));
+    // getgroups() gives -1 when it fails: no groups then.
+    std::vector<gid_t> groups(toCount(std::max(0, ::getgroups(0, nullptr))));
+    groups.resize(toCount(std::max(0, ::getgroups(int(groups.size()), groups.data()))));
     if (std::find(groups.begin(), groups.end(), info.st_gid) != groups.end())
         return {};
     const struct group* entry = ::getgrgid(info.st_gid);

@@ -44,8 +44,8 @@ struct TransferResult {
     int linkState = 1;
     int blockCounter = 1;
     bool transferFinished = false;
-    int messageId = 0;       // the text the transfer window shows, 0 for none
-    PortProblem portProblem; // why the port could not be opened, if it could not
+    int messageId = 0;         // the text the transfer window shows, 0 for none
+    PortProblem portProblem{}; // why the port could not be opened, if it could not
 };
 
 // A programming transfer (read, write, enter tuning mode, write the tuning

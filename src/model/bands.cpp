@@ -1,5 +1,7 @@
 #include "bands.h"
 
+#include "sizes.h"
+
 namespace zr310 {
 
 int bandIndexFromImage(const RadioImage& image) {
@@ -10,8 +12,12 @@ int bandIndexFromImage(const RadioImage& image) {
     return kFallbackBandIndex;
 }
 
+const Band& bandOfImage(const RadioImage& image) {
+    return kBands[toIndex(bandIndexFromImage(image))];
+}
+
 void setBand(RadioImage& image, int bandIndex) {
-    image[kBandCodeOffset] = kBands.at(bandIndex).code;
+    image[kBandCodeOffset] = kBands.at(toIndex(bandIndex)).code;
 }
 
 std::optional<int> bandIndexOfText(std::string_view text) {
@@ -25,13 +31,13 @@ std::string bandRangeText(std::string_view bandText) {
     const auto index = bandIndexOfText(bandText);
     if (!index)
         return {};
-    const BandLimits limits = kBands[*index].limits;
+    const BandLimits limits = kBands[toIndex(*index)].limits;
     return formatFrequency(limits.lowerMHz) + "～" + formatFrequency(limits.upperMHz) + " MHz";
 }
 
 BandLimits bandLimitsOfText(std::string_view bandText) {
     const auto index = bandIndexOfText(bandText);
-    return index ? kBands[*index].limits : BandLimits{};
+    return index ? kBands[toIndex(*index)].limits : BandLimits{};
 }
 
 } // namespace zr310

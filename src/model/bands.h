@@ -35,6 +35,8 @@ inline constexpr int kFallbackBandIndex = 7; // "450 - 470MHz"
 
 // The band list index for the image's band code; unknown codes give 7.
 int bandIndexFromImage(const RadioImage& image);
+// The band of that index.
+const Band& bandOfImage(const RadioImage& image);
 void setBand(RadioImage& image, int bandIndex);
 
 std::optional<int> bandIndexOfText(std::string_view text);

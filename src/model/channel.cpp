@@ -1,5 +1,7 @@
 #include "channel.h"
 
+#include "byte_fields.h"
+
 namespace zr310 {
 
 ChannelView::SideLayout ChannelView::layout(Side side) {
@@ -24,7 +26,7 @@ FrequencyCode ChannelView::frequency(Side side) const {
     const SideLayout l = layout(side);
     const std::uint8_t flagsByte = m_view->at(m_column, l.flagsBlock);
     const std::uint32_t steps = (flagsByte & kFreqBit16 ? 0x10000u : 0u) |
-                                m_view->at(m_column, l.freqHighBlock) << 8 |
+                                std::uint32_t{m_view->at(m_column, l.freqHighBlock)} << 8 |
                                 m_view->at(m_column, l.freqLowBlock);
     return {steps, (flagsByte & kStep625) != 0};
 }
@@ -36,7 +38,7 @@ void ChannelRecord::setFrequency(Side side, double mhz) {
     m_image->set(m_column, l.freqHighBlock, (code.steps >> 8) & 0xFF);
     auto& flagsByte = (*m_image)[flagsOffset(side)];
     flagsByte |= (code.steps >> 16) & kFreqBit16;
-    flagsByte = code.step625 ? (flagsByte | kStep625) : (flagsByte & ~kStep625);
+    setFlag(flagsOffset(side), kStep625, code.step625);
 }
 
 Tone ChannelView::tone(Side side) const {
@@ -49,10 +51,10 @@ Tone ChannelView::tone(Side side) const {
 void ChannelRecord::setTone(Side side, Tone tone) {
     const SideLayout l = layout(side);
     const int column = m_column + l.toneColumnOffset;
-    m_image->set(column, l.toneLowBlock, tone.value & 0xFF);
-    m_image->set(column, l.toneHighBlock, tone.value >> 8);
+    m_image->set(column, l.toneLowBlock, lowByte(tone.value));
+    m_image->set(column, l.toneHighBlock, highByte(tone.value));
     auto& flagsByte = (*m_image)[flagsOffset(side)];
-    flagsByte = (flagsByte & ~kToneType) | toneTypeBits(tone.kind);
+    flagsByte = withBits(flagsByte, kToneType, toneTypeBits(tone.kind));
 }
 
 void ChannelRecord::copyReceiveToTransmit() {
@@ -62,7 +64,7 @@ void ChannelRecord::copyReceiveToTransmit() {
     m_image->set(m_column, tx.freqHighBlock, m_image->at(m_column, rx.freqHighBlock));
     constexpr std::uint8_t kCopied = kFreqBit16 | kStep625 | kToneType;
     auto& txFlags = (*m_image)[flagsOffset(Side::Transmit)];
-    txFlags = (txFlags & ~kCopied) | (flags(Side::Receive) & kCopied);
+    txFlags = withBits(txFlags, kCopied, flags(Side::Receive));
     setTone(Side::Transmit, tone(Side::Receive));
 }
 

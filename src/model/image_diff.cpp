@@ -5,6 +5,7 @@
 #include "image_edit.h"
 #include "options.h"
 #include "radio_info.h"
+#include "sizes.h"
 #include "tuning.h"
 
 #include <cstdio>
@@ -33,14 +34,14 @@ struct Field {
 // on the band 450 - 470 MHz, so a frequency there needs bit 16 of its count.
 RadioImage bitsWritten(const Edit& edit) {
     RadioImage bits;
-    for (const std::uint8_t fill : {0x00, 0xFF}) {
+    for (const std::uint8_t fill : {std::uint8_t{0x00}, std::uint8_t{0xFF}}) {
         RadioImage probe;
         probe.fill(fill);
         setBand(probe, kFallbackBandIndex);
         const RadioImage before = probe;
         edit(probe);
         for (std::size_t i = 0; i < RadioImage::kSize; ++i)
-            bits[i] |= before[i] ^ probe[i];
+            bits[i] = static_cast<std::uint8_t>(bits[i] | (before[i] ^ probe[i]));
     }
     return bits;
 }
@@ -113,13 +114,11 @@ std::vector<Field> makeFields() {
     RadioImage bandBits;
     bandBits[kBandCodeOffset] = 0xFF;
     fields.push_back({"CboBand",
-                      [](const RadioImage& image) {
-                          return std::string(kBands[bandIndexFromImage(image)].text);
-                      },
+                      [](const RadioImage& image) { return std::string(bandOfImage(image).text); },
                       bandBits});
     for (OptionId id : kAllOptions) {
         TextOf text = [id](const RadioImage& image) {
-            return optionItems(id, image, Language::English)[decodeOption(id, image)];
+            return optionItems(id, image, Language::English)[toIndex(decodeOption(id, image))];
         };
         fields.push_back({std::string(optionName(id)), text,
                           bitsWritten([id](RadioImage& image) { encodeOption(id, image, 0); })});

@@ -89,7 +89,7 @@ void setFrequencyField(RadioImage& image, ChannelRecord record, Side side, std::
                        std::string_view subject, std::string_view original) {
     if (!isPlainDecimalNumber(text))
         badValue(subject, original, "a frequency in MHz, such as 145.5");
-    const BandLimits limits = kBands[bandIndexFromImage(image)].limits;
+    const BandLimits limits = bandOfImage(image).limits;
     record.setFrequency(side, leadingNumber(validateFrequencyText(text, limits)));
 }
 

@@ -1,30 +1,32 @@
 #include "radio_image.h"
 
+#include "sizes.h"
+
 namespace zr310 {
 
 std::array<std::uint8_t, RadioImage::kBlocks> RadioImage::column(int column) const {
     std::array<std::uint8_t, kBlocks> bytes{};
     for (int block = 0; block < kBlocks; ++block)
-        bytes[block] = at(column, block);
+        bytes[toIndex(block)] = at(column, block);
     return bytes;
 }
 
 void RadioImage::setColumn(int column, std::span<const std::uint8_t, kBlocks> bytes) {
     for (int block = 0; block < kBlocks; ++block)
-        set(column, block, bytes[block]);
+        set(column, block, bytes[toIndex(block)]);
 }
 
 RadioImage::Bytes RadioImage::toRadioOrder() const {
     Bytes out{};
     for (std::size_t linear = 0; linear < kSize; ++linear)
-        out[radioAddressOf(linear)] = m_bytes[linear];
+        out[toIndex(radioAddressOf(linear))] = m_bytes[linear];
     return out;
 }
 
 RadioImage RadioImage::fromRadioOrder(std::span<const std::uint8_t, kSize> bytes) {
     RadioImage image;
     for (std::size_t linear = 0; linear < kSize; ++linear)
-        image.m_bytes[linear] = bytes[radioAddressOf(linear)];
+        image.m_bytes[linear] = bytes[toIndex(radioAddressOf(linear))];
     return image;
 }
 

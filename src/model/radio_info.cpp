@@ -1,5 +1,7 @@
 #include "radio_info.h"
 
+#include "byte_fields.h"
+#include "sizes.h"
 #include "text_codec.h"
 
 #include <cstdio>
@@ -84,9 +86,9 @@ bool encodeUserText(RadioImage& image, std::string_view utf8) {
     if (!text || text->size() > static_cast<std::size_t>(kUserTextLength))
         return false;
     for (int slot = 0; slot < kUserTextLength; ++slot) {
-        const char16_t unit = slot < static_cast<int>(text->size()) ? (*text)[slot] : 0;
-        image.setAtAddress(kUserTextAddress + 2 * slot, unit & 0xFF);
-        image.setAtAddress(kUserTextAddress + 2 * slot + 1, unit >> 8);
+        const char16_t unit = toIndex(slot) < text->size() ? (*text)[toIndex(slot)] : u'\0';
+        image.setAtAddress(kUserTextAddress + 2 * slot, lowByte(unit));
+        image.setAtAddress(kUserTextAddress + 2 * slot + 1, highByte(unit));
     }
     return true;
 }

@@ -36,7 +36,8 @@ std::string utf16ToUtf8(std::u16string_view text) {
     for (std::size_t i = 0; i < text.size(); ++i) {
         const char16_t u = text[i];
         if (isHighSurrogate(u) && i + 1 < text.size() && isLowSurrogate(text[i + 1])) {
-            appendCodePoint(out, 0x10000 + ((u - 0xD800) << 10) + (text[i + 1] - 0xDC00));
+            appendCodePoint(out, 0x10000 + ((char32_t{u} - 0xD800) << 10) +
+                                     (char32_t{text[i + 1]} - 0xDC00));
             ++i;
         } else if (isHighSurrogate(u) || isLowSurrogate(u)) {
             appendCodePoint(out, 0xFFFD);
@@ -51,7 +52,7 @@ std::optional<std::u16string> utf8ToUtf16(std::string_view text) {
     std::u16string out;
     for (std::size_t i = 0; i < text.size();) {
         const auto lead = static_cast<unsigned char>(text[i]);
-        int extra = 0;
+        std::size_t extra = 0;
         char32_t cp = 0;
         if (lead < 0x80) {
             cp = lead;
@@ -66,7 +67,7 @@ std::optional<std::u16string> utf8ToUtf16(std::string_view text) {
         }
         if (i + extra >= text.size())
             return std::nullopt;
-        for (int k = 1; k <= extra; ++k) {
+        for (std::size_t k = 1; k <= extra; ++k) {
             const auto next = static_cast<unsigned char>(text[i + k]);
             if ((next & 0xC0) != 0x80)
                 return std::nullopt;

@@ -33,10 +33,10 @@ inline constexpr std::array<TuningItemInfo, 5> kTuningItems{{
 }};
 
 inline std::uint8_t tuningValue(const RadioImage& image, TuningItem item) {
-    return image.at(kTuningColumn, kTuningItems[static_cast<int>(item)].block);
+    return image.at(kTuningColumn, kTuningItems[static_cast<std::size_t>(item)].block);
 }
 inline void setTuningValue(RadioImage& image, TuningItem item, std::uint8_t value) {
-    image.set(kTuningColumn, kTuningItems[static_cast<int>(item)].block, value);
+    image.set(kTuningColumn, kTuningItems[static_cast<std::size_t>(item)].block, value);
 }
 
 } // namespace zr310

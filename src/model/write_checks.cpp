@@ -50,7 +50,7 @@ std::vector<UsedSide> usedSides(const ChannelView& channel) {
 
 // A band change keeps the channels' frequencies, which may then lie outside.
 void frequenciesInBand(const RadioImage& image, CheckSeverity severity, Findings& findings) {
-    const Band& band = kBands[bandIndexFromImage(image)];
+    const Band& band = bandOfImage(image);
     constexpr double kTolerance = 1e-6;
     for (int n = 1; n <= kChannelCount; ++n) {
         const ChannelView channel(image, channelColumn(n));

@@ -5,6 +5,7 @@
 #include "backup.h"
 #include "cli_test_util.h"
 #include "radio_info.h"
+#include "sizes.h"
 #include "transfer_commands.h"
 #include "tune_command.h"
 #include "tuning.h"
@@ -133,7 +134,7 @@ private slots:
             // The last block is fetched but not kept: the start image's bytes stay.
             const auto start = makeStartImage();
             for (int a = 0; a < 1024; ++a)
-                QCOMPARE(read.atAddress(a), a < 0x3F8 ? expected[a] : start.atAddress(a));
+                QCOMPARE(read.atAddress(a), a < 0x3F8 ? expected[toIndex(a)] : start.atAddress(a));
             QCOMPARE(added.size(), 1);
             const QString backup = backups.filePath(added.front());
             QVERIFY2(QString::fromStdString(run.out).endsWith("Backup of the data read: " + backup +
@@ -197,12 +198,13 @@ private slots:
             const auto after = readRaw(path("radio.bin").toStdString()).toRadioOrder();
             const auto sent = fileImage.toRadioOrder();
             for (int a = 0; a < 1024; ++a) {
+                const std::size_t i = toIndex(a);
                 if (a >= 0x3C0 && a < 0x3CE) // the date stamp
-                    QVERIFY(after[a] >= '0' && after[a] <= '9');
+                    QVERIFY(after[i] >= '0' && after[i] <= '9');
                 else if (a == 0x2B0 && simOptions.contains("--version10"))
-                    QCOMPARE(after[a], std::uint8_t((sent[a] & 0x78) << 1));
+                    QCOMPARE(after[i], std::uint8_t((sent[i] & 0x78) << 1));
                 else
-                    QCOMPARE(after[a], inWriteBlocks(a) ? sent[a] : before[a]);
+                    QCOMPARE(after[i], inWriteBlocks(a) ? sent[i] : before[i]);
             }
         };
         const QString fast = "--no-line-delay ";
@@ -242,7 +244,7 @@ private slots:
                 QString::fromStdString(run.out).split('\n', Qt::SkipEmptyParts);
             QCOMPARE(lines.size(), expected.size());
             for (int i = 0; i < expected.size(); ++i) {
-                QVERIFY2(lines[i].startsWith(sims[i]->port() + ": ") &&
+                QVERIFY2(lines[i].startsWith(sims[toIndex(i)]->port() + ": ") &&
                              lines[i].contains(expected[i]),
                          qPrintable(lines[i]));
             }
@@ -357,7 +359,8 @@ private slots:
             QRandomGenerator random(13);
             RadioImage radioImage = randomImage(random);
             for (int i = 0; i < 5; ++i)
-                setTuningValue(radioImage, kTuningItems[i].item, std::uint8_t(10 * (i + 1)));
+                setTuningValue(radioImage, kTuningItems[toIndex(i)].item,
+                               std::uint8_t(10 * (i + 1)));
             const RadioImage fileImage = randomImage(random);
             const auto sim = startSim(radioImage, QString("--no-line-delay ") + simOptions);
             writeRaw(path("in.bin").toStdString(), fileImage);
@@ -375,7 +378,7 @@ private slots:
             QCOMPARE(QByteArray(reinterpret_cast<const char*>(after.data()) + 0x2F0, 5).toHex(),
                      QByteArray(stored));
             const auto before = radioImage.toRadioOrder(), test = fileImage.toRadioOrder();
-            for (int a = 0x100; a < 0x1B0; ++a)
+            for (std::size_t a = 0x100; a < 0x1B0; ++a)
                 QCOMPARE(after[a], writesTest ? test[a] : before[a]);
         };
         row("", "--get", kExitOk, "squelch3: 30\nctcss_deviation: 40\n");

@@ -5,6 +5,7 @@
 #include "cli_test_util.h"
 #include "ports_command.h"
 #include "simulated_radio.h"
+#include "sizes.h"
 
 #include <QJsonArray>
 #include <QSerialPort>
@@ -20,7 +21,7 @@ namespace {
 EmulatedRadio::Memory memoryOf(int seed) {
     EmulatedRadio::Memory memory{};
     for (int a = 0; a < EmulatedRadio::kMemorySize; ++a)
-        memory[a] = std::uint8_t(a * 3 + seed);
+        memory[toIndex(a)] = std::uint8_t(a * 3 + seed);
     return memory;
 }
 

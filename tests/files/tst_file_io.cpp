@@ -42,6 +42,7 @@ class TestFileIo : public QObject {
     QTemporaryDir m_temp;
     int m_dirs = 0;
     std::mt19937 m_rng{17};
+    quint32 nextSeed() { return static_cast<quint32>(m_rng()); } // mt19937 makes 32 bits
 
     // An empty folder of its own for each test and row.
     fs::path freshDir() {
@@ -103,7 +104,7 @@ private slots:
         // The size of the saved file, or of what stands there: -1 nothing, -2 a folder.
         const auto row = [this](const char* name, bool save, int size, FileError error) {
             const fs::path dir = freshDir(), path = dir / name;
-            const RadioImage saved = noiseImage(m_rng()), before = noiseImage(m_rng());
+            const RadioImage saved = noiseImage(nextSeed()), before = noiseImage(nextSeed());
             if (size == -2)
                 fs::create_directory(path);
             else if (size >= 0)
@@ -138,7 +139,7 @@ private slots:
     void failedSaveKeepsOldFile() {
         for (const int resource : {RLIMIT_NOFILE, RLIMIT_FSIZE}) {
             const fs::path dir = freshDir(), path = dir / "old.k720";
-            QVERIFY(saveDataFile(path, noiseImage(m_rng()), {}).ok());
+            QVERIFY(saveDataFile(path, noiseImage(nextSeed()), {}).ok());
             const Bytes old = readBytes(path);
             rlimit saved{};
             getrlimit(resource, &saved);

@@ -5,6 +5,7 @@
 #include "image_edit.h"
 #include "options.h"
 #include "report_layout.h"
+#include "sizes.h"
 
 #include <QBuffer>
 #include <QPageSize>
@@ -27,10 +28,10 @@ ReportLayout layoutOn(const QPageSize& paper, Language language) {
                        edit.section('=', 1).toStdString());
     const int optionIndexes[] = {4, 10, 7, 15, 1, 0, 1, 5, 2, 5, 2, 1, 3, 3}; // kAllOptions order
     for (int i = 0; i < 14; ++i)
-        encodeOption(kAllOptions[i], image, optionIndexes[i]);
+        encodeOption(kAllOptions[toIndex(i)], image, optionIndexes[i]);
     const int tuning[] = {7, 200, 45, 128, 255}; // column 0x5E, blocks 0..4
     for (int block = 0; block < 5; ++block)
-        image[block * 0x80 + 0x5E] = static_cast<std::uint8_t>(tuning[block]);
+        image[RadioImage::linearOffset(0x5E, block)] = static_cast<std::uint8_t>(tuning[block]);
 
     QBuffer buffer;
     QPdfWriter writer(&buffer);

@@ -39,7 +39,7 @@ struct WorkFolder {
 
 const DateTime kSaveTime{2024, 5, 6, 7, 8, 9};
 
-RadioImage patternedImage(int seed) {
+RadioImage patternedImage(std::size_t seed) {
     RadioImage image;
     for (std::size_t i = 0; i < RadioImage::kSize; ++i)
         image[i] = static_cast<std::uint8_t>(i * 37 + seed);

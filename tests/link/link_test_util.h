@@ -2,6 +2,7 @@
 
 #include "emulated_radio.h"
 #include "radio_image.h"
+#include "sizes.h"
 #include "virtual_link.h"
 
 #include <vector>
@@ -12,7 +13,7 @@ namespace zr310::test {
 inline EmulatedRadio::Memory patternedMemory(int seed) {
     EmulatedRadio::Memory memory{};
     for (int a = 0; a < EmulatedRadio::kMemorySize; ++a)
-        memory[a] = static_cast<std::uint8_t>((a * 7 + seed) & 0xFF);
+        memory[toIndex(a)] = static_cast<std::uint8_t>((a * 7 + seed) & 0xFF);
     return memory;
 }
 

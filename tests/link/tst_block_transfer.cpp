@@ -130,9 +130,11 @@ private slots:
             for (int a = 0; a < 1024; ++a) {
                 const bool listed = std::ranges::count(blocks, a & ~7) && (a & ~7) != notKept;
                 if (reads)
-                    QCOMPARE(image.atAddress(a), listed ? radioBefore[a] : pcBefore.atAddress(a));
+                    QCOMPARE(image.atAddress(a),
+                             listed ? radioBefore[toIndex(a)] : pcBefore.atAddress(a));
                 else if (!stamped || a < 0x3C0 || a >= 0x3CE)
-                    QCOMPARE(radio.memory()[a], listed ? pcBefore.atAddress(a) : radioBefore[a]);
+                    QCOMPARE(radio.memory()[toIndex(a)],
+                             listed ? pcBefore.atAddress(a) : radioBefore[toIndex(a)]);
             }
         };
         const auto R = TransferKind::Read, W = TransferKind::Write;
@@ -172,7 +174,7 @@ private slots:
             if (outcome != TransferOutcome::Completed && fault != longReply)
                 QCOMPARE(int(link.sent().size()), packet + 1); // no retries, nothing after it
             if (closesAfter >= 0) {
-                const auto sentAt = link.sent()[packet].at;
+                const auto sentAt = link.sent()[toIndex(packet)].at;
                 QCOMPARE(duration_cast<milliseconds>(*link.finishedAt() - sentAt).count(),
                          closesAfter);
             }
@@ -270,7 +272,7 @@ private slots:
             QVERIFY(!flags.skipVersion10Check); // the next write asks again
             for (int a : writeBlocks()) {
                 for (int i = 0; i < 8; ++i)
-                    QCOMPARE(radio.memory()[a + i], image.atAddress(a + i));
+                    QCOMPARE(radio.memory()[toIndex(a + i)], image.atAddress(a + i));
             }
         };
         using enum TransferOutcome;

@@ -99,7 +99,8 @@ void TestSerialTransfer::submittedFrames() {
     TuningSession tuning(port(*radio));
     const auto submit = [&](const QByteArray& frames) {
         for (qsizetype i = 0; i + 2 < frames.size(); i += 3)
-            tuning.submit(TuneCommand(frames[i]), frames[i + 1], frames[i + 2]);
+            tuning.submit(TuneCommand(frames[i]), static_cast<std::uint8_t>(frames[i + 1]),
+                          static_cast<std::uint8_t>(frames[i + 2]));
     };
     QByteArray sentFrames;
     connect(&tuning, &TuningSession::frameSent, this, [&](const TuningFrame& f) {
@@ -127,7 +128,8 @@ void TestSerialTransfer::ports() {
     SerialTransfer write(TransferKind::WriteTuning, port(*radio), sent, flags);
     QCOMPARE(run(write).outcome, TransferOutcome::Completed);
     for (int a = 0; a < 0x400; ++a)
-        QCOMPARE(radio->memory()[a], a >= 0x100 && a < 0x1B0 ? image.atAddress(a) : radioBefore[a]);
+        QCOMPARE(radio->memory()[toIndex(a)],
+                 a >= 0x100 && a < 0x1B0 ? image.atAddress(a) : radioBefore[toIndex(a)]);
 #ifdef Q_OS_LINUX
     QCOMPARE(resolvePortName("COM4"), QString("/dev/ttyS3"));
 #endif

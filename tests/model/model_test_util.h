@@ -6,6 +6,7 @@
 #include "frequency.h"
 #include "image_edit.h"
 #include "radio_image.h"
+#include "sizes.h"
 #include "tones.h"
 
 #include <QList>
@@ -66,8 +67,9 @@ inline RadioImage randomChannels(QRandomGenerator& rng, int bandIndex) {
                               rng.bounded(1000) / 1000.0);
     };
     const auto tone = [&] {
-        const std::string kinds[] = {"OFF", "CTC " + ctcss[rng.bounded(50)],
-                                     "DCS " + dcs[rng.bounded(83)], "-DCS " + dcs[rng.bounded(83)]};
+        const std::string kinds[] = {"OFF", "CTC " + ctcss[toIndex(rng.bounded(50))],
+                                     "DCS " + dcs[toIndex(rng.bounded(83))],
+                                     "-DCS " + dcs[toIndex(rng.bounded(83))]};
         return kinds[rng.bounded(4)];
     };
     // Two choices for each field after the tones, in kChannelFields order.

@@ -25,7 +25,7 @@ private slots:
         RadioImage target = before;
         pasteChannelRecords(target, *records, std::vector<int>{5, 6, 7});
         for (int i = 0; i < 3; ++i)
-            QVERIFY(channelBytes(target, 5 + i) == channelBytes(source, copied[i]));
+            QVERIFY(channelBytes(target, 5 + i) == channelBytes(source, copied[toIndex(i)]));
         for (int offset : changedOffsets(before, target)) // columns 08..0D only
             QVERIFY(offset % 128 >= 8 && offset % 128 <= 13);
 
@@ -68,10 +68,10 @@ private slots:
                 pasteChannelRows(target, rows, *targets);
                 for (int i = 0; i < count; ++i)
                     for (ChannelField field : kChannelFields)
-                        QCOMPARE(qs(channelFieldText(target, channelColumn((*targets)[i]), field,
-                                                     Language::English)),
-                                 qs(channelFieldText(source, channelColumn(copied[i]), field,
-                                                     Language::English)));
+                        QCOMPARE(qs(channelFieldText(target, channelColumn((*targets)[toIndex(i)]),
+                                                     field, Language::English)),
+                                 qs(channelFieldText(source, channelColumn(copied[toIndex(i)]),
+                                                     field, Language::English)));
             }
         }
     }

@@ -3,6 +3,7 @@
 #include "editing_support.h"
 
 #include "image_edit.h"
+#include "sizes.h"
 
 #include <QAbstractItemView>
 #include <QLabel>
@@ -91,7 +92,7 @@ private slots:
         const RadioImage& image = window->image();
         QCOMPARE(image[0x257], std::uint8_t(0x02));
         for (int n = 1; n <= 16; ++n) {
-            QCOMPARE(image[0x100 + 2 * (n - 1) + 1] & 0x01, 1);
+            QCOMPARE(image[toIndex(0x100 + 2 * (n - 1) + 1)] & 0x01, 1);
             QCOMPARE(cell(window.get(), n, 8)->text(), QString("Narrow"));
             QCOMPARE(rowColours(window.get(), n).at(7), QChar(n <= 4 ? 'M' : 'g'));
         }

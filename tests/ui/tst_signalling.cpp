@@ -62,7 +62,7 @@ private slots:
             QComboBox* codes = list(dialog.get(), "CboDCS");
             codes->setFocus();
             codes->lineEdit()->setText(before);
-            codes->lineEdit()->setSelection(before.size() - selected, selected);
+            codes->lineEdit()->setSelection(static_cast<int>(before.size()) - selected, selected);
             if (paste) {
                 QApplication::clipboard()->setText(keys);
                 QTest::keySequence(codes, QKeySequence::Paste);

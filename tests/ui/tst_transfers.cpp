@@ -5,6 +5,7 @@
 #include "channel.h"
 #include "k720_file.h"
 #include "serial_transfer.h"
+#include "sizes.h"
 #include "ui_test_support.h"
 
 #include <QCheckBox>
@@ -113,7 +114,8 @@ private slots:
             const auto radioBytes = radioContents().toRadioOrder();
             const RadioImage start = makeStartImage();
             for (int a = 0; a < 1024; ++a) {
-                QCOMPARE(backedUp.atAddress(a), a < 0x3F8 ? radioBytes[a] : start.atAddress(a));
+                QCOMPARE(backedUp.atAddress(a),
+                         a < 0x3F8 ? radioBytes[toIndex(a)] : start.atAddress(a));
             }
             QCOMPARE(backedUp == window->image(), !version10);
         };

@@ -3,6 +3,7 @@
 #include "bands.h"
 #include "channel.h"
 #include "options.h"
+#include "sizes.h"
 #include "tuning.h"
 
 #include <QFontMetricsF>
@@ -73,14 +74,14 @@ QString utf8(std::string_view text) {
 }
 
 QString optionText(OptionId id, const RadioImage& image, Language language) {
-    return utf8(optionItems(id, image, language).at(decodeOption(id, image)));
+    return utf8(optionItems(id, image, language).at(toIndex(decodeOption(id, image))));
 }
 
 const QString kTitle = QStringLiteral("ZR-310 PC编程软件");
 const QString kModel = QStringLiteral("ZR-310");
 
 Section channelSection(const RadioImage& image, Language language, const QDateTime& printedAt) {
-    const QString band = utf8(kBands[bandIndexFromImage(image)].text);
+    const QString band = utf8(bandOfImage(image).text);
     Section s;
     s.push_back({{{0.5, kTitle, Role::Title, Align::Centre}}, 0, true});
     s.push_back({{{kLeft, QStringLiteral("信道设置"), Role::Heading},

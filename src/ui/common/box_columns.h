@@ -1,5 +1,7 @@
 #pragma once
 
+#include "sizes.h"
+
 #include <QWidget>
 
 #include <span>
@@ -14,17 +16,18 @@ inline void placeBoxColumns(std::span<QWidget* const> legends, std::span<QWidget
                             QPoint topLeft, int columnWidth, int headerHeight, int rowHeight) {
     const int columns = static_cast<int>(legends.size());
     for (int k = 0; k < columns; ++k) {
-        legends[k]->setGeometry(topLeft.x() + k * columnWidth, topLeft.y(), columnWidth,
-                                headerHeight);
+        legends[toIndex(k)]->setGeometry(topLeft.x() + k * columnWidth, topLeft.y(), columnWidth,
+                                         headerHeight);
     }
     for (int i = 0; i < static_cast<int>(boxes.size()); ++i) {
         const int row = i / columns;
         const int column = i % columns;
-        const QSize hint = boxes[i]->sizeHint();
-        boxes[i]->setGeometry(topLeft.x() + column * columnWidth + (columnWidth - hint.width()) / 2,
-                              topLeft.y() + headerHeight + row * rowHeight +
-                                  (rowHeight - hint.height()) / 2,
-                              hint.width(), hint.height());
+        QWidget* box = boxes[toIndex(i)];
+        const QSize hint = box->sizeHint();
+        box->setGeometry(topLeft.x() + column * columnWidth + (columnWidth - hint.width()) / 2,
+                         topLeft.y() + headerHeight + row * rowHeight +
+                             (rowHeight - hint.height()) / 2,
+                         hint.width(), hint.height());
     }
 }
 

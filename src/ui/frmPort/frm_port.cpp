@@ -3,6 +3,7 @@
 #include "common/message_box.h"
 #include "common/texts.h"
 #include "ports.h"
+#include "sizes.h"
 
 #include <QButtonGroup>
 #include <QGroupBox>
@@ -43,7 +44,7 @@ FrmPort::FrmPort(const QString& currentPort, const PortChoices& choices, QWidget
 
     for (int n = 1; n <= 4; ++n) {
         addOption(QStringLiteral("OptPort_%1").arg(n - 1), QStringLiteral("COM%1").arg(n))
-            ->setEnabled(choices.comUsable[n - 1]);
+            ->setEnabled(choices.comUsable[toIndex(n - 1)]);
     }
     addSystemPorts();
     checkCurrent(currentPort);

@@ -6,6 +6,7 @@
 #include "common/twips.h"
 #include "frequency_box.h"
 #include "image_editor.h"
+#include "sizes.h"
 
 #include <QCheckBox>
 #include <QHeaderView>
@@ -85,7 +86,7 @@ ChannelPanel::ChannelPanel(QWidget* parent) : QGroupBox(parent) {
         legend->setWordWrap(true);
     }
 
-    for (int i = 0; i < kChannelCount; ++i) {
+    for (std::size_t i = 0; i < m_chkClose.size(); ++i) {
         const QString index = QString::number(i);
         m_chkClose[i] = new QCheckBox(this);
         m_chkClose[i]->setObjectName(QStringLiteral("chkClose_") + index);
@@ -105,7 +106,7 @@ void ChannelPanel::frameUp() {
     m_grid->setRowCount(kGridRows);
     m_grid->setColumnCount(kGridColumns);
     for (int column = 0; column < kGridColumns; ++column) {
-        setCell(0, column, qs(kFrameUpHeaders[column]));
+        setCell(0, column, qs(kFrameUpHeaders[toIndex(column)]));
     }
     for (int n = 1; n <= kChannelCount; ++n) {
         setCell(n, kColLabel, rowLabel(n));
@@ -148,7 +149,7 @@ void ChannelPanel::refresh(const RadioImage& image, bool narrowBandRadio, Langua
     for (int n = 1; n <= kChannelCount; ++n) {
         const ChannelTexts texts = decodeChannel(image, channelColumn(n), language);
         // Simplex: an open channel that transmits as it receives.
-        m_simplex[n - 1] =
+        m_simplex[toIndex(n - 1)] =
             !texts.close && texts.rxFreq == texts.txFreq && texts.rxTone == texts.txTone;
         renderRow(n, image, language);
     }
@@ -165,7 +166,7 @@ void ChannelPanel::renderRow(int n, const RadioImage& image, Language language) 
     setCell(n, kColPower, qs(texts.power));
     setCell(n, kColBandwidth, qs(texts.bandwidth));
 
-    const int i = n - 1;
+    const std::size_t i = toIndex(n - 1);
     // A channel whose two sides differ is no longer simplex.
     if (texts.rxFreq != texts.txFreq || texts.rxTone != texts.txTone) {
         m_simplex[i] = false;
@@ -226,7 +227,7 @@ void ChannelPanel::placeContents(double rowGrowth) {
     const double w = pixelsToTwips(gridWidth - 2 * frame);
     int used = 0;
     for (int column = 0; column < kGridColumns; ++column) {
-        double twips = w * kColumnPercent[column] / 100;
+        double twips = w * kColumnPercent[toIndex(column)] / 100;
         if (column == kColBandwidth) {
             twips += w / 110;
         }
@@ -251,7 +252,7 @@ void ChannelPanel::placeContents(double rowGrowth) {
 
     const std::array<QWidget*, 3> legends{m_legendClose, m_legendNoTx, m_legendSimplex};
     std::vector<QWidget*> boxes;
-    for (int i = 0; i < kChannelCount; ++i) {
+    for (std::size_t i = 0; i < m_chkClose.size(); ++i) {
         boxes.insert(boxes.end(), {m_chkClose[i], m_chkForbidTx[i], m_chkSameFreq[i]});
     }
     placeBoxColumns(legends, boxes, QPoint(kMargin + gridWidth, top + frame), kBoxColumnWidth,

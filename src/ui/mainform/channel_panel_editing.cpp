@@ -10,6 +10,7 @@
 #include "frmQTDQT/frm_qtdqt.h"
 #include "image_edit.h"
 #include "image_editor.h"
+#include "sizes.h"
 
 #include <QApplication>
 #include <QCheckBox>
@@ -34,26 +35,26 @@ void ChannelPanel::connectEditors() {
     });
     connect(m_txtInputBox, &FrequencyBox::closed, this, &ChannelPanel::inputBoxClosed);
     connect(m_grid, &ChannelGrid::leftToTheRight, this,
-            [this](int row) { m_chkClose[row - 1]->setFocus(Qt::TabFocusReason); });
+            [this](int row) { m_chkClose[toIndex(row - 1)]->setFocus(Qt::TabFocusReason); });
     for (int i = 0; i < kChannelCount; ++i) {
         for (int k = 0; k < 3; ++k) {
             channelBox(i + 1, k)->installEventFilter(this);
         }
-        connect(m_chkClose[i], &QCheckBox::clicked, this,
+        connect(m_chkClose[toIndex(i)], &QCheckBox::clicked, this,
                 [this, i](bool checked) { closeClicked(i, checked); });
-        connect(m_chkForbidTx[i], &QCheckBox::clicked, this,
+        connect(m_chkForbidTx[toIndex(i)], &QCheckBox::clicked, this,
                 [this, i](bool checked) { forbidTxClicked(i, checked); });
-        connect(m_chkSameFreq[i], &QCheckBox::clicked, this,
+        connect(m_chkSameFreq[toIndex(i)], &QCheckBox::clicked, this,
                 [this, i](bool checked) { sameFreqClicked(i, checked); });
     }
 }
 
 bool ChannelPanel::isBlank(int n) const {
-    return m_chkClose[n - 1]->isChecked();
+    return m_chkClose[toIndex(n - 1)]->isChecked();
 }
 
 bool ChannelPanel::isNoTx(int n) const {
-    return m_chkForbidTx[n - 1]->isChecked();
+    return m_chkForbidTx[toIndex(n - 1)]->isChecked();
 }
 
 void ChannelPanel::actOnCell(int row, int column) {
@@ -193,7 +194,7 @@ void ChannelPanel::forbidTxClicked(int i, bool checked) {
 }
 
 void ChannelPanel::sameFreqClicked(int i, bool checked) {
-    m_simplex[i] = checked;
+    m_simplex[toIndex(i)] = checked;
     if (!checked) {
         return; // the cells keep their texts
     }
@@ -205,7 +206,7 @@ void ChannelPanel::editChannel(int n, const ChannelChange& change, bool receiveS
     if (m_editor == nullptr) {
         return;
     }
-    const bool followed = receiveSide && m_simplex[n - 1];
+    const bool followed = receiveSide && m_simplex[toIndex(n - 1)];
     try {
         m_editor->edit([&](RadioImage& image) {
             change(image, channelColumn(n));
@@ -224,7 +225,7 @@ void ChannelPanel::editChannel(int n, const ChannelChange& change, bool receiveS
 QCheckBox* ChannelPanel::channelBox(int n, int k) const {
     const std::array<QCheckBox*, kChannelCount>* boxes[] = {&m_chkClose, &m_chkForbidTx,
                                                             &m_chkSameFreq};
-    return (*boxes[k])[n - 1];
+    return (*boxes[k])[toIndex(n - 1)];
 }
 
 bool ChannelPanel::eventFilter(QObject* watched, QEvent* event) {

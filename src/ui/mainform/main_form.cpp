@@ -9,6 +9,7 @@
 #include "menus.h"
 #include "model_panel.h"
 #include "options_panel.h"
+#include "sizes.h"
 #include "toolbar_icons.h"
 #include "tuning_panels.h"
 
@@ -57,7 +58,7 @@ MainForm::MainForm(StartOptions options, QWidget* parent)
     const Language language = languageForLocale(options.locale);
     gbytLang = static_cast<int>(language);
     m_shownLanguage = language;
-    m_menus->mnuSetup_LangSet[gbytLang]->setChecked(true);
+    m_menus->mnuSetup_LangSet[toIndex(gbytLang)]->setChecked(true);
     installQtTranslation();
 
     // Scroll bars, the channel grid, the test channel grid and the tuning

@@ -101,11 +101,11 @@ void MainForm::editCopy() {
         return;
     }
     const std::vector<std::uint8_t> record = encodeChannelRecords(m_image, channels);
-    auto* data = new QMimeData;
-    data->setData(mimeType(), QByteArray(reinterpret_cast<const char*>(record.data()),
+    auto* mime = new QMimeData;
+    mime->setData(mimeType(), QByteArray(reinterpret_cast<const char*>(record.data()),
                                          static_cast<qsizetype>(record.size())));
-    data->setText(qs(channelRowsText(m_image, channels, currentLanguage())));
-    QApplication::clipboard()->setMimeData(data);
+    mime->setText(qs(channelRowsText(m_image, channels, currentLanguage())));
+    QApplication::clipboard()->setMimeData(mime);
 }
 
 // While the frequency box is open, Paste puts the clipboard's text in place
@@ -125,8 +125,8 @@ void MainForm::editPaste() {
 // otherwise the text goes through the rules of typed input, so frequencies
 // are brought into this band.
 void MainForm::pasteChannels() {
-    const QMimeData* data = QApplication::clipboard()->mimeData();
-    if (data == nullptr) {
+    const QMimeData* mime = QApplication::clipboard()->mimeData();
+    if (mime == nullptr) {
         return;
     }
     const std::vector<int> selected = toVector(m_fraChSet->selectedChannels());
@@ -142,8 +142,8 @@ void MainForm::pasteChannels() {
         return targets;
     };
 
-    if (data->hasFormat(mimeType())) {
-        const QByteArray bytes = data->data(mimeType());
+    if (mime->hasFormat(mimeType())) {
+        const QByteArray bytes = mime->data(mimeType());
         const auto records = decodeChannelRecords(
             std::span<const std::uint8_t>(reinterpret_cast<const std::uint8_t*>(bytes.constData()),
                                           static_cast<std::size_t>(bytes.size())));
@@ -160,7 +160,7 @@ void MainForm::pasteChannels() {
     // Sixteen channels with a header line are a few kilobytes: anything much
     // larger is not channels, and is not worth reading through.
     constexpr qsizetype kLongestChannelText = 64 * 1024;
-    const QString text = data->text();
+    const QString text = mime->text();
     if (text.size() > kLongestChannelText) {
         warn(res(1130));
         return;

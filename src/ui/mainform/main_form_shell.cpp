@@ -9,6 +9,7 @@
 #include "menus.h"
 #include "model_panel.h"
 #include "options_panel.h"
+#include "sizes.h"
 #include "toolbar_icons.h"
 #include "tuning_panels.h"
 
@@ -102,7 +103,7 @@ void MainForm::createMenus() {
             addItem(m.mnuSetup_Lang, k == 0 ? "mnuSetup_LangSet_0" : "mnuSetup_LangSet_1");
         item->setCheckable(true);
         m.languageGroup->addAction(item);
-        m.mnuSetup_LangSet[k] = item;
+        m.mnuSetup_LangSet[toIndex(k)] = item;
         connect(item, &QAction::triggered, this, [this, k] { switchLanguage(k); });
     }
 
@@ -172,7 +173,7 @@ void MainForm::createToolbar() {
         {7, 1054, ToolbarIcon::Write, m.menuProgWrite},
         {9, 1055, ToolbarIcon::Port, m.menuSetup_Port},
     }};
-    int k = 0;
+    std::size_t k = 0;
     for (const Button& button : buttons) {
         if (button.index == 4 || button.index == 6 || button.index == 9) {
             m_toolbar->addSeparator();
@@ -241,8 +242,8 @@ void MainForm::switchLanguage(int language) {
     gbytLang = language;
     installQtTranslation();
     ApplyLanguage();
-    m_menus->mnuSetup_LangSet[language]->setChecked(true);
-    m_menus->mnuSetup_LangSet[1 - language]->setChecked(false);
+    m_menus->mnuSetup_LangSet[toIndex(language)]->setChecked(true);
+    m_menus->mnuSetup_LangSet[toIndex(1 - language)]->setChecked(false);
 }
 
 // Qt's own words (the buttons of message boxes, the file dialogs) follow the

@@ -10,6 +10,7 @@
 #include "model_panel.h"
 #include "options_panel.h"
 #include "ports.h"
+#include "sizes.h"
 #include "tuning.h"
 #include "tuning_panels.h"
 #include "tuning_session.h"
@@ -39,7 +40,7 @@ QString folderText(const std::filesystem::path& path) {
 void MainForm::showPortDialog() {
     PortChoices choices;
     for (int n = 1; n <= 4; ++n) {
-        choices.comUsable[n - 1] = probePort(QStringLiteral("COM%1").arg(n));
+        choices.comUsable[toIndex(n - 1)] = probePort(QStringLiteral("COM%1").arg(n));
     }
     choices.systemPorts = systemPorts();
     FrmPort dialog(m_portName, choices, this);

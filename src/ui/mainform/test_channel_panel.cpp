@@ -9,6 +9,7 @@
 #include "frmQTDQT/frm_qtdqt.h"
 #include "image_edit.h"
 #include "image_editor.h"
+#include "sizes.h"
 
 #include <QApplication>
 #include <QButtonGroup>
@@ -105,16 +106,17 @@ TestChannelPanel::TestChannelPanel(QWidget* parent) : QGroupBox(parent) {
     m_adjustGroup->setExclusive(true);
     for (int i = 0; i < kTestChannelCount; ++i) {
         const QString index = QString::number(i);
-        m_chkClose[i] = named(new QCheckBox(this), QStringLiteral("TestChkClose_") + index);
-        m_chkForbidTx[i] = named(new QCheckBox(this), QStringLiteral("TestChkForbidTX_") + index);
-        m_optAdjust[i] = named(new QRadioButton(this), QStringLiteral("OptAddjust_") + index);
-        m_adjustGroup->addButton(m_optAdjust[i], i);
-        connect(m_chkClose[i], &QCheckBox::clicked, this, [this, i](bool checked) {
+        const std::size_t at = toIndex(i);
+        m_chkClose[at] = named(new QCheckBox(this), QStringLiteral("TestChkClose_") + index);
+        m_chkForbidTx[at] = named(new QCheckBox(this), QStringLiteral("TestChkForbidTX_") + index);
+        m_optAdjust[at] = named(new QRadioButton(this), QStringLiteral("OptAddjust_") + index);
+        m_adjustGroup->addButton(m_optAdjust[at], i);
+        connect(m_chkClose[at], &QCheckBox::clicked, this, [this, i](bool checked) {
             editRecord(i + 1, [checked](RadioImage& image, int c) {
                 ChannelRecord(image, c).setOpen(!checked);
             });
         });
-        connect(m_chkForbidTx[i], &QCheckBox::clicked, this, [this, i](bool checked) {
+        connect(m_chkForbidTx[at], &QCheckBox::clicked, this, [this, i](bool checked) {
             editRecord(i + 1, [checked](RadioImage& image, int c) {
                 ChannelRecord(image, c).setTxAllowed(!checked);
             });
@@ -151,7 +153,7 @@ int TestChannelPanel::adjustedChannel() const {
 
 void TestChannelPanel::frameUp() {
     for (int column = 0; column < kTestColumns; ++column) {
-        m_grid->item(0, column)->setText(qs(kFrameUpHeaders[column]));
+        m_grid->item(0, column)->setText(qs(kFrameUpHeaders[toIndex(column)]));
     }
     for (int t = 1; t <= kTestChannelCount; ++t) {
         m_grid->item(t, kColLabel)->setText(rowLabel(t, currentLanguage()));
@@ -167,7 +169,7 @@ void TestChannelPanel::applyLanguage(Language language) {
     m_lblTestBand->setText(res(1302, language) + QLatin1Char(':'));
     m_cmdWriteTFreq->setText(res(1510, language));
     for (int column = 0; column < kTestColumns; ++column) {
-        m_grid->item(0, column)->setText(res(kHeaderIds[column], language));
+        m_grid->item(0, column)->setText(res(kHeaderIds[toIndex(column)], language));
     }
     for (int t = 1; t <= kTestChannelCount; ++t) {
         m_grid->item(t, kColLabel)->setText(rowLabel(t, language));
@@ -189,9 +191,9 @@ void TestChannelPanel::renderRow(int t, const RadioImage& image, Language langua
         texts.rxFreq, stepText(record.frequency(Side::Receive)),  texts.rxTone,
         texts.txFreq, stepText(record.frequency(Side::Transmit)), texts.txTone};
     for (int column = kColRxFreq; column < kTestColumns; ++column) {
-        m_grid->item(t, column)->setText(qs(cells[column - 1]));
+        m_grid->item(t, column)->setText(qs(cells[toIndex(column - 1)]));
     }
-    const int i = t - 1;
+    const std::size_t i = toIndex(t - 1);
     m_chkClose[i]->setChecked(texts.close);
     m_chkForbidTx[i]->setChecked(texts.noTx);
     m_chkForbidTx[i]->setEnabled(!texts.close);
@@ -204,7 +206,7 @@ void TestChannelPanel::paintRow(int t) {
     QBrush background;
     if (isClosed(t)) {
         background = palette().color(QPalette::Mid);
-    } else if (m_optAdjust[t - 1]->isChecked()) {
+    } else if (m_optAdjust[toIndex(t - 1)]->isChecked()) {
         background = colorFromBgr(kAdjustedRow);
     }
     for (int column = kColRxFreq; column < kTestColumns; ++column) {
@@ -213,7 +215,7 @@ void TestChannelPanel::paintRow(int t) {
 }
 
 bool TestChannelPanel::isClosed(int t) const {
-    return m_chkClose[t - 1]->isChecked();
+    return m_chkClose[toIndex(t - 1)]->isChecked();
 }
 
 // The frequency and signalling cells open their editors as in the channel
@@ -224,7 +226,7 @@ void TestChannelPanel::actOnCell(int row, int column) {
         return;
     }
     const bool transmit = column == kColTxFreq || column == kColTxTone;
-    if (transmit && m_chkForbidTx[row - 1]->isChecked()) {
+    if (transmit && m_chkForbidTx[toIndex(row - 1)]->isChecked()) {
         return;
     }
     if (column == kColRxFreq || column == kColTxFreq) {
@@ -236,7 +238,8 @@ void TestChannelPanel::actOnCell(int row, int column) {
 
 void TestChannelPanel::openInputBox(int row, int column, const QString& typed) {
     const bool transmit = column == kColTxFreq;
-    if (m_editor == nullptr || isClosed(row) || (transmit && m_chkForbidTx[row - 1]->isChecked())) {
+    if (m_editor == nullptr || isClosed(row) ||
+        (transmit && m_chkForbidTx[toIndex(row - 1)]->isChecked())) {
         return;
     }
     m_txtInputTest->finish();
@@ -320,7 +323,7 @@ void TestChannelPanel::placeContents(double rowGrowth) {
     m_grid->setGeometry(kMargin, y, gridWidth, gridHeight);
     const double w = pixelsToTwips(gridWidth - 2 * frame);
     for (int column = 0; column < kTestColumns; ++column) {
-        double twips = w * kColumnPercent[column] / 100;
+        double twips = w * kColumnPercent[toIndex(column)] / 100;
         m_grid->setColumnWidth(column, twipsToPixels(twips));
     }
     m_grid->setRowHeight(0, headerHeight);
@@ -330,7 +333,7 @@ void TestChannelPanel::placeContents(double rowGrowth) {
 
     const std::array<QWidget*, 3> legends{m_lblClose, m_lblForbidTx, m_lblTestCh};
     std::vector<QWidget*> boxes;
-    for (int i = 0; i < kTestChannelCount; ++i) {
+    for (std::size_t i = 0; i < m_chkClose.size(); ++i) {
         boxes.insert(boxes.end(), {m_chkClose[i], m_chkForbidTx[i], m_optAdjust[i]});
     }
     placeBoxColumns(legends, boxes, QPoint(kMargin + gridWidth, y + frame), kBoxColumnWidth,
