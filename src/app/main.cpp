@@ -1,5 +1,6 @@
 // zr310: the ZR-310 PC programming program.
 #include "main_form.h"
+#include "version.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
@@ -104,7 +105,7 @@ void answerHelpOrVersion(int& argc, char** argv) {
 
 int main(int argc, char* argv[]) {
     QCoreApplication::setApplicationName(QStringLiteral("zr310"));
-    QCoreApplication::setApplicationVersion(QStringLiteral("2.21"));
+    QCoreApplication::setApplicationVersion(QString::fromLatin1(zr310::kProgramVersion));
     answerHelpOrVersion(argc, argv);
     QApplication app(argc, argv);
     addChineseFallbackFont();

@@ -2,6 +2,7 @@
 
 #include "common/texts.h"
 #include "toolbar_icons.h"
+#include "version.h"
 
 #include <QHBoxLayout>
 #include <QLabel>
@@ -25,8 +26,8 @@ FrmAbout::FrmAbout(QWidget* parent) : QDialog(parent) {
 
     auto* label1 = new QLabel(this);
     label1->setObjectName(QStringLiteral("Label1"));
-    label1->setText(res(1406) + QStringLiteral("\n\n2006 ") + res(1407) +
-                    QStringLiteral(" 2.21\n") + makerName());
+    label1->setText(res(1406) + QStringLiteral("\n\n2006 ") + res(1407) + QLatin1Char(' ') +
+                    QString::fromLatin1(kProgramVersion) + QLatin1Char('\n') + makerName());
 
     auto* command1 = new QPushButton(res(1402), this);
     command1->setObjectName(QStringLiteral("Command1"));

@@ -492,4 +492,4 @@ private slots:
 };
 
 QTEST_GUILESS_MAIN(TestTransferCommands)
-#include "transfer_commands_test.moc"
+#include "tst_transfer_commands.moc"
