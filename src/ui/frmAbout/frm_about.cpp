@@ -25,10 +25,10 @@ FrmAbout::FrmAbout(QWidget* parent) : QDialog(parent) {
 
     auto* label1 = new QLabel(this);
     label1->setObjectName(QStringLiteral("Label1"));
-    label1->setText(res(1406) + QStringLiteral("\n\n2006 ") + res(1407) +
+    label1->setText(res(txt::ProgramTitle) + QStringLiteral("\n\n2006 ") + res(txt::Version) +
                     QStringLiteral(" 2.21\n") + makerName());
 
-    auto* command1 = new QPushButton(res(1402), this);
+    auto* command1 = new QPushButton(res(txt::CloseButton), this);
     command1->setObjectName(QStringLiteral("Command1"));
     command1->setDefault(true);
     connect(command1, &QPushButton::clicked, this, &QDialog::accept);
