@@ -69,7 +69,8 @@ bool loadImageFile(const std::filesystem::path& path, RadioImage& image, Languag
     if (result.ok())
         return true;
     if (result.error == FileError::IncorrectFileType)
-        err << ResString(1124, language) << ' ' << pathText(path) << ": " << result.detail << '\n';
+        err << ResString(txt::IncorrectFileType, language) << ' ' << pathText(path) << ": "
+            << result.detail << '\n';
     else
         err << "cannot read " << pathText(path) << ": " << result.detail << '\n';
     return false;

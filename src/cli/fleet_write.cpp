@@ -62,7 +62,7 @@ private:
             return;
         }
         if (!m_options.verify) {
-            finish(kExitOk, text(kMsgWriteFinished, m_port.language));
+            finish(kExitOk, text(txt::WriteFinished, m_port.language));
             return;
         }
         // The write's session is still winding up: start the read-back from
@@ -72,8 +72,8 @@ private:
 
     void readBack() {
         if (cancelSignalled()) {
-            failed({.outcome = TransferOutcome::Cancelled, .messageId = kMsgReadCancelled},
-                   TransferKind::Read, text(kMsgVerifyNotRead, m_port.language) + ' ');
+            failed({.outcome = TransferOutcome::Cancelled, .messageId = txt::ReadCancelled},
+                   TransferKind::Read, text(txt::VerifyNotRead, m_port.language) + ' ');
             return;
         }
         m_readBack = makeStartImage();
@@ -86,12 +86,12 @@ private:
 
     void readBackDone(const TransferResult& result) {
         if (result.outcome != TransferOutcome::Completed) {
-            failed(result, TransferKind::Read, text(kMsgVerifyNotRead, m_port.language) + ' ');
+            failed(result, TransferKind::Read, text(txt::VerifyNotRead, m_port.language) + ' ');
             return;
         }
         const WriteCheck check = checkWrittenBlocks(m_write.sentBlocks(), m_readBack);
         if (check.passed())
-            finish(kExitOk, text(kMsgWriteFinished, m_port.language));
+            finish(kExitOk, text(txt::WriteFinished, m_port.language));
         else
             finish(kExitVerifyFailed, verifyFailedText(check, m_port.language).toStdString());
     }
@@ -104,7 +104,7 @@ private:
             said.pop_back();
         oneLine(said);
         if (result.outcome == TransferOutcome::Declined)
-            said = text(kMsgVersion10NeedsYes, m_port.language);
+            said = text(txt::Version10NeedsYes, m_port.language);
         finish(status, lead + said);
     }
 

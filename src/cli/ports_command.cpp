@@ -17,9 +17,7 @@ namespace zr310 {
 namespace {
 
 // Table headings: Port, Description, Manufacturer, VID:PID, Serial Number, Radio.
-constexpr int kMsgFirstHeading = 1167;
 constexpr int kHeadings = 6;
-constexpr int kMsgRadioHeading = kMsgFirstHeading + kHeadings - 1;
 
 struct PortRow {
     PortInfo info;
@@ -69,9 +67,9 @@ struct Answer {
 Answer answerOf(const ProbeResult& probe) {
     switch (probe.radio) {
     case RadioProbe::Radio::Current:
-        return {"current", 1173};
+        return {"current", txt::ProbeCurrent};
     case RadioProbe::Radio::Version10:
-        return {"version 1.0", 1174};
+        return {"version 1.0", txt::ProbeVersion10};
     case RadioProbe::Radio::None:
         break;
     }
@@ -79,18 +77,19 @@ Answer answerOf(const ProbeResult& probe) {
     case PortProblemKind::None:
         break;
     case PortProblemKind::InUse:
-        return {"busy", 1176};
+        return {"busy", txt::ProbeInUse};
     case PortProblemKind::PermissionDenied:
-        return {"not allowed", 1177};
+        return {"not allowed", txt::ProbeNotAllowed};
     case PortProblemKind::NotSerialPort:
-        return {"not a serial port", 1178};
+        return {"not a serial port", txt::ProbeNotSerialPort};
     case PortProblemKind::NoSuchPort:
-        return {"no such port", 1179};
+        return {"no such port", txt::ProbeNoSuchPort};
     case PortProblemKind::OtherError:
-        return {"error", 1180};
+        return {"error", txt::ProbeCannotOpen};
     }
-    return probe.outcome == TransferOutcome::NoResponse ? Answer{"no answer", 1175}
-                                                        : Answer{"incomplete answer", 1181};
+    return probe.outcome == TransferOutcome::NoResponse
+               ? Answer{"no answer", txt::ProbeNoAnswer}
+               : Answer{"incomplete answer", txt::ProbeIncompleteAnswer};
 }
 
 std::string problemText(const PortRow& row, Language language) {
@@ -128,8 +127,8 @@ std::string portsAsJson(const std::vector<PortRow>& rows, Language language) {
 // The table, then one line for each port that could not be opened, saying why.
 std::string portsAsTable(const std::vector<PortRow>& rows, bool probed, Language language) {
     std::vector<std::string> headings;
-    for (int id = kMsgFirstHeading; id < kMsgFirstHeading + kHeadings; ++id) {
-        if (probed || id != kMsgRadioHeading)
+    for (int id = txt::PortsHeadingPort; id < txt::PortsHeadingPort + kHeadings; ++id) {
+        if (probed || id != txt::PortsHeadingRadio)
             headings.push_back(text(id, language));
     }
     TextTable table(headings);

@@ -73,42 +73,46 @@ std::string summaryAsJson(const ImageSummary& s) {
 std::string summaryAsTable(const ImageSummary& s, Language language) {
     auto word = [language](int id) { return std::string(ResString(id, language)); };
     std::string out;
-    out += word(1301) + ": ZR-310    " + word(1302) + ": " + s.band.text + "  (" + s.bandRange +
-           ")    " + word(1211) + ": " + s.bandwidth.text + "\n\n";
+    out += word(txt::ModelType) + ": ZR-310    " + word(txt::FrequencyBand) + ": " + s.band.text +
+           "  (" + s.bandRange + ")    " + word(txt::WideNarrow) + ": " + s.bandwidth.text + "\n\n";
 
-    TextTable channels({word(1203), word(1204), word(1205), word(1206), word(1207), word(1208),
-                        word(1209), word(1210), word(1211), word(1201), word(1202)});
+    TextTable channels({word(txt::Channel), word(txt::RxFreq), word(txt::RxTone), word(txt::TxFreq),
+                        word(txt::TxTone), word(txt::ScanDelAdd), word(txt::BusyLock),
+                        word(txt::TxPower), word(txt::WideNarrow), word(txt::Close),
+                        word(txt::NoTx)});
     for (std::size_t i = 0; i < s.channels.size(); ++i) {
         const ChannelTexts& c = s.channels[i];
-        channels.addRow({word(1203) + " " + std::to_string(i + 1), c.rxFreq, c.rxTone, c.txFreq,
-                         c.txTone, c.scan, c.busyLock, c.power, c.bandwidth, checkMark(c.close),
-                         checkMark(c.noTx)});
+        channels.addRow({word(txt::Channel) + " " + std::to_string(i + 1), c.rxFreq, c.rxTone,
+                         c.txFreq, c.txTone, c.scan, c.busyLock, c.power, c.bandwidth,
+                         checkMark(c.close), checkMark(c.noTx)});
     }
-    out += word(1200) + "\n" + channels.render() + "\n";
+    out += word(txt::ChannelSetting) + "\n" + channels.render() + "\n";
 
-    TextTable options({word(1303), ""});
+    TextTable options({word(txt::OptionalFeatures), ""});
     for (const OptionChoice& option : s.options)
         options.addRow({word(optionLabelId(option.id)), option.choice.text});
     out += options.render() + "\n";
 
-    TextTable tests({word(1508), word(1204), word(1225), word(1205), word(1206), word(1225),
-                     word(1207), word(1201), word(1202)});
+    TextTable tests({word(txt::AdjustChannel), word(txt::RxFreq), word(txt::Step),
+                     word(txt::RxTone), word(txt::TxFreq), word(txt::Step), word(txt::TxTone),
+                     word(txt::Close), word(txt::NoTx)});
     for (std::size_t i = 0; i < s.testChannels.size(); ++i) {
         const TestChannelSummary& t = s.testChannels[i];
-        tests.addRow({word(1203) + " " + std::to_string(i + 1), t.texts.rxFreq, t.rxStep,
+        tests.addRow({word(txt::Channel) + " " + std::to_string(i + 1), t.texts.rxFreq, t.rxStep,
                       t.texts.rxTone, t.texts.txFreq, t.txStep, t.texts.txTone,
                       checkMark(t.texts.close), checkMark(t.texts.noTx)});
     }
     out += tests.render() + "\n";
 
-    TextTable tuning({word(1501), word(1509)});
+    TextTable tuning({word(txt::TuningAllItems), word(txt::TuningValue)});
     for (std::size_t i = 0; i < kTuningItems.size(); ++i)
-        tuning.addRow({word(1502 + static_cast<int>(i)), std::to_string(s.tuning[i])});
+        tuning.addRow(
+            {word(txt::TuningLowBattery + static_cast<int>(i)), std::to_string(s.tuning[i])});
     out += tuning.render() + "\n";
 
-    out += word(1400) + ": " + s.radioId + "\n";
-    out += word(1401) + ": " + s.writeDate.value_or("-") + "\n";
-    out += word(1409) + ": " + s.userText + "\n";
+    out += word(txt::RadioId) + ": " + s.radioId + "\n";
+    out += word(txt::RecentWriteDate) + ": " + s.writeDate.value_or("-") + "\n";
+    out += word(txt::RadioInformation) + ": " + s.userText + "\n";
     return out;
 }
 

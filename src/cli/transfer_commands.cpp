@@ -33,10 +33,6 @@ namespace zr310 {
 
 namespace {
 
-constexpr int kMsgRadioId = 1400;
-constexpr int kMsgRecentWriteDate = 1401;
-constexpr int kMsgBackupSaved = 1141;  // "Backup of the data read:"
-constexpr int kMsgBackupFailed = 1142; // "The backup of the data read could not be saved:"
 constexpr std::string_view kUserTextCaption = "User-Defined Informations";
 
 bool isTerminal(std::FILE* stream) {
@@ -85,7 +81,7 @@ bool endsWith(const std::string& s, std::string_view suffix) {
 
 // Asks the version-1.0 question on the terminal; anything but yes declines.
 bool askToContinue(Language language, std::ostream& err) {
-    err << text(kMsgVersion10Warning, language) << " [y/N] " << std::flush;
+    err << text(txt::Version10Warning, language) << " [y/N] " << std::flush;
     std::string answer;
     if (!std::getline(std::cin, answer))
         return false;
@@ -125,8 +121,8 @@ void printInfo(const RadioImage& image, bool json, Language language, std::ostre
         stampWriteDate(now, currentLocalDateTime());
         shown = decodeWriteDate(now).value_or("");
     }
-    out << text(kMsgRadioId, language) << ": " << decodeRadioId(image) << '\n'
-        << text(kMsgRecentWriteDate, language) << ": " << shown << '\n'
+    out << text(txt::RadioId, language) << ": " << decodeRadioId(image) << '\n'
+        << text(txt::RecentWriteDate, language) << ": " << shown << '\n'
         << kUserTextCaption << ": " << decodeUserText(image) << '\n';
 }
 
@@ -169,17 +165,17 @@ int runReadCommand(const std::vector<std::string>& arguments, std::ostream& out,
     const BackupResult backup = saveReadBackup(image);
     const auto reportBackup = [&] {
         if (backup.ok())
-            out << text(kMsgBackupSaved, port.language) << ' ' << pathText(backup.path) << '\n';
+            out << text(txt::BackupSaved, port.language) << ' ' << pathText(backup.path) << '\n';
         else
-            err << text(kMsgBackupFailed, port.language) << ' ' << backup.error << '\n';
+            err << text(txt::BackupFailed, port.language) << ' ' << backup.error << '\n';
     };
     if (!saveImageFileReporting(output, image, err)) {
         reportBackup();
         return kExitFileRefused;
     }
     if (flags.radioIsVersion10)
-        out << text(kMsgReadVersion10, port.language) << '\n';
-    out << text(kMsgReadFinished, port.language) << '\n';
+        out << text(txt::ReadVersion10, port.language) << '\n';
+    out << text(txt::ReadFinished, port.language) << '\n';
     reportBackup();
     return kExitOk;
 }
@@ -229,14 +225,14 @@ int runWriteCommand(const std::vector<std::string>& arguments, std::ostream& out
     const auto result = runToEnd(transfer);
     bar.done();
     if (result.outcome == TransferOutcome::Declined)
-        err << text(kMsgVersion10NeedsYes, port.language) << '\n';
+        err << text(txt::Version10NeedsYes, port.language) << '\n';
     if (result.outcome != TransferOutcome::Completed)
         return reportFailure(result, port, TransferKind::Write, err);
     if (verify) {
         if (const int status = verifyWrite(port, transfer.sentBlocks(), err); status != kExitOk)
             return status;
     }
-    out << text(kMsgWriteFinished, port.language) << '\n';
+    out << text(txt::WriteFinished, port.language) << '\n';
     return kExitOk;
 }
 
@@ -294,7 +290,7 @@ int runInfoCommand(const std::vector<std::string>& arguments, std::ostream& out,
         if (const int status = verifyInfoWrite(port, image, err); status != kExitOk)
             return status;
     }
-    out << text(kMsgWriteFinished, port.language) << '\n';
+    out << text(txt::WriteFinished, port.language) << '\n';
     return kExitOk;
 }
 

@@ -13,13 +13,11 @@ namespace zr310 {
 
 namespace {
 
-constexpr int kMsgTraceRefused = 1154;
-
 // The end of a verify: the read-back's failure, or what the comparison found.
 int verifyOutcome(const TransferResult& readBack, const WriteCheck& check, const PortArgs& port,
                   std::ostream& err) {
     if (readBack.outcome != TransferOutcome::Completed) {
-        err << text(kMsgVerifyNotRead, port.language) << '\n';
+        err << text(txt::VerifyNotRead, port.language) << '\n';
         return reportFailure(readBack, port, TransferKind::Read, err);
     }
     if (check.passed())
@@ -81,7 +79,7 @@ int reportFailure(const TransferResult& result, const PortArgs& port, TransferKi
     case TransferOutcome::NoResponse: {
         const auto message =
             unreachableText(QString::fromStdString(port.port), result.portProblem, port.language);
-        err << text(kMsgCommunicationError, port.language) << ": " << plain(message.toStdString())
+        err << text(txt::CommunicationError, port.language) << ": " << plain(message.toStdString())
             << '\n';
         return kExitNoResponse;
     }
@@ -91,8 +89,8 @@ int reportFailure(const TransferResult& result, const PortArgs& port, TransferKi
         err << text(result.messageId, port.language) << '\n';
         return kExitInterrupted;
     default: {
-        const int id = kind == TransferKind::Read ? kMsgReadInterrupted : kMsgWriteInterrupted;
-        err << text(kMsgError, port.language) << ": " << text(id, port.language) << '\n';
+        const int id = kind == TransferKind::Read ? txt::ReadInterrupted : txt::WriteInterrupted;
+        err << text(txt::Error, port.language) << ": " << text(id, port.language) << '\n';
         return kExitInterrupted;
     }
     }
@@ -121,7 +119,7 @@ TraceScope::~TraceScope() {
 }
 
 void TraceScope::report() const {
-    m_err << text(kMsgTraceRefused, m_language) << ' ' << m_path << ": "
+    m_err << text(txt::TraceRefused, m_language) << ' ' << m_path << ": "
           << m_trace->errorString().toStdString() << '\n';
 }
 

@@ -29,10 +29,6 @@ void ensureApplication();
 std::string plain(std::string_view text);
 std::string text(int id, Language language);
 
-inline constexpr int kMsgReadFinished = 1528;      // "Reading completed"
-inline constexpr int kMsgWriteFinished = 1529;     // "Writing completed"
-inline constexpr int kMsgVersion10NeedsYes = 1159; // "Not written: ... Give --yes ..."
-
 struct PortArgs {
     std::string port;               // the first --port
     std::vector<std::string> ports; // every --port, in order

@@ -14,8 +14,6 @@ namespace zr310 {
 
 namespace {
 
-constexpr int kMsgTuningCancelled = 1184; // "Tuning cancelled: ..."
-
 using Result = TuningExchange::Result;
 
 struct TunePair {
@@ -86,7 +84,7 @@ public:
         if (m_status != kExitOk)
             return std::nullopt;
         if (cancelSignalled()) { // Ctrl+C: no more values, only leaving tuning mode
-            m_err << text(kMsgTuningCancelled, m_language) << '\n';
+            m_err << text(txt::TuningCancelled, m_language) << '\n';
             m_status = kExitInterrupted;
             return std::nullopt;
         }
@@ -124,9 +122,9 @@ private:
 
     void fail(Result result) {
         const bool refused = result == Result::Refused;
-        std::string message = text(refused ? kMsgTuningError : kMsgTuningInterrupted, m_language);
+        std::string message = text(refused ? txt::TuningError : txt::TuningInterrupted, m_language);
         std::replace(message.begin(), message.end(), '\t', ' ');
-        m_err << text(kMsgCommunicationError, m_language) << ": " << message << '\n';
+        m_err << text(txt::CommunicationError, m_language) << ": " << message << '\n';
         m_status = refused ? kExitRefused : kExitInterrupted;
     }
 
@@ -206,7 +204,7 @@ int writeTestChannels(const PortArgs& port, const std::string& file, std::ostrea
         return status;
     if (const int status = TuningLink(port, err).leave(); status != kExitOk)
         return status;
-    out << text(kMsgWriteFinished, port.language) << '\n';
+    out << text(txt::WriteFinished, port.language) << '\n';
     return kExitOk;
 }
 

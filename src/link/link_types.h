@@ -7,7 +7,10 @@
 // send timer `ctrTimer` ticked, a reply arrived, the watchdog `MessageTimer`
 // ticked) and answers each with a `LinkAction`: what to write, how long to
 // hold, whether to close the port, and how to set the two timers and the
-// receive threshold afterwards.
+// receive threshold afterwards. The texts the link reports are named in
+// text_ids.h.
+
+#include "text_ids.h"
 
 #include <array>
 #include <chrono>
@@ -42,21 +45,6 @@ enum class TransferOutcome {
     Declined,  // a write to a version-1.0 radio was not continued
     Cancelled, // the user stopped it; "END" went out if the radio was in a session
 };
-
-// Ids of the texts the link reports with (English ids; see ResString).
-inline constexpr int kMsgReadInterrupted = 1534;  // "Please read again because of interruption!"
-inline constexpr int kMsgWriteInterrupted = 1535; // "Please Write again because of interruption!"
-inline constexpr int kMsgNoResponse = 1537;       // "Port has no response, ..."
-inline constexpr int kMsgCommunicationError = 1533;
-inline constexpr int kMsgError = 1104;
-inline constexpr int kMsgReadCompleted = 1530;
-inline constexpr int kMsgWriteCompleted = 1531;
-inline constexpr int kMsgReadVersion10 = 1538;
-inline constexpr int kMsgVersion10Warning = 1539;
-inline constexpr int kMsgVerifyFailed = 1150;   // "Verify failed: ... at %1 (%2 bytes ...)"
-inline constexpr int kMsgVerifyNotRead = 1151;  // "Writing completed, but ... read back ..."
-inline constexpr int kMsgReadCancelled = 1182;  // "Reading cancelled. ..."
-inline constexpr int kMsgWriteCancelled = 1183; // "Writing cancelled: ... write again."
 
 // What to do with one of the two timers.
 struct TimerCommand {

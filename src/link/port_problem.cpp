@@ -23,12 +23,6 @@ namespace {
 // program. ...", "... join the %1 group ...", "The port %1 cannot be opened:
 // %2" (the system's words), "You are not allowed to use the port %1.", "The
 // port %1 cannot be opened: it is not a serial port."
-constexpr int kMsgNoSuchPort = 1155;
-constexpr int kMsgPortInUse = 1156;
-constexpr int kMsgJoinGroup = 1157;
-constexpr int kMsgPortNotOpened = 1158;
-constexpr int kMsgPortNotAllowed = 1160;
-constexpr int kMsgNotSerialPort = 1161;
 
 QString tableText(int id, Language language) {
     const auto text = ResString(id, language);
@@ -114,7 +108,7 @@ PortProblem openProblem(const QString& resolvedName, QSerialPort::SerialPortErro
 }
 
 QString noResponseText(const QString& portName, Language language) {
-    const auto text = ResString(kMsgNoResponse, language);
+    const auto text = ResString(txt::PortHasNoResponse, language);
     return portName + QString::fromUtf8(text.data(), qsizetype(text.size()));
 }
 
@@ -124,19 +118,20 @@ QString unreachableText(const QString& portName, const PortProblem& problem, Lan
     case PortProblemKind::None:
         break;
     case PortProblemKind::NoSuchPort:
-        return tableText(kMsgNoSuchPort, language).arg(port);
+        return tableText(txt::NoSuchPort, language).arg(port);
     case PortProblemKind::InUse:
-        return tableText(kMsgPortInUse, language).arg(port);
+        return tableText(txt::PortInUse, language).arg(port);
     case PortProblemKind::PermissionDenied: {
-        QString text = tableText(kMsgPortNotAllowed, language).arg(port);
+        QString text = tableText(txt::PortNotAllowed, language).arg(port);
         if (!problem.groupToJoin.isEmpty())
-            text += QLatin1Char('\n') + tableText(kMsgJoinGroup, language).arg(problem.groupToJoin);
+            text += QLatin1Char('\n') +
+                    tableText(txt::JoinPortGroup, language).arg(problem.groupToJoin);
         return text;
     }
     case PortProblemKind::NotSerialPort:
-        return tableText(kMsgNotSerialPort, language).arg(port);
+        return tableText(txt::NotSerialPort, language).arg(port);
     case PortProblemKind::OtherError:
-        return tableText(kMsgPortNotOpened, language).arg(port, problem.systemMessage);
+        return tableText(txt::PortNotOpened, language).arg(port, problem.systemMessage);
     }
     return noResponseText(portName, language);
 }

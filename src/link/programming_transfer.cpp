@@ -34,9 +34,10 @@ int ProgrammingTransfer::messageId() const {
     const bool read = kind() == TransferKind::Read;
     switch (outcome()) {
     case TransferOutcome::Interrupted:
-        return read ? kMsgReadInterrupted : kMsgWriteInterrupted;
+        return read ? txt::ReadInterrupted : txt::WriteInterrupted;
     case TransferOutcome::Cancelled: // entering tuning mode only reads
-        return read || kind() == TransferKind::EnterTuning ? kMsgReadCancelled : kMsgWriteCancelled;
+        return read || kind() == TransferKind::EnterTuning ? txt::ReadCancelled
+                                                           : txt::WriteCancelled;
     default:
         return 0;
     }

@@ -50,9 +50,9 @@ public:
     // The write started once more after its first block went unanswered.
     bool recovered() const { return m_recovering; }
 
-    // The text the transfer itself reports: 1534 or 1535 when interrupted,
-    // 1182 (a read or entering tuning mode) or 1183 when cancelled, otherwise 0 (the caller reports
-    // the other outcomes).
+    // The text the transfer itself reports: txt::ReadInterrupted or txt::WriteInterrupted when
+    // interrupted, txt::ReadCancelled (a read or entering tuning mode) or txt::WriteCancelled when
+    // cancelled, otherwise 0 (the caller reports the other outcomes).
     int messageId() const;
     int progressMaximum() const override;
     // A write: the bytes of every block as sent, at their addresses (the

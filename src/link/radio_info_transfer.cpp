@@ -32,8 +32,8 @@ int RadioInfoTransfer::windowMessageId() const {
     if (outcome() == TransferOutcome::Running || outcome() == TransferOutcome::NoResponse)
         return 0;
     if (outcome() == TransferOutcome::Cancelled)
-        return kind() == TransferKind::Read ? kMsgReadCancelled : kMsgWriteCancelled;
-    return kind() == TransferKind::Read ? kMsgReadCompleted : kMsgWriteCompleted;
+        return kind() == TransferKind::Read ? txt::ReadCancelled : txt::WriteCancelled;
+    return kind() == TransferKind::Read ? txt::ReadCompleted : txt::WriteCompleted;
 }
 
 LinkAction RadioInfoTransfer::onWatchdog() {

@@ -52,7 +52,7 @@ TransferResult InfoTransfer::result() const {
 }
 
 QString verifyFailedText(const WriteCheck& check, Language language) {
-    const auto text = ResString(kMsgVerifyFailed, language);
+    const auto text = ResString(txt::VerifyFailed, language);
     const QString address =
         QStringLiteral("0x") +
         QString::number(check.firstAddress, 16).rightJustified(4, '0').toUpper();

@@ -15,15 +15,20 @@
 // `finished` is emitted from inside the transfer's own event handling: to
 // dispose of the transfer there, use deleteLater(), not delete.
 //
-// Outcomes (TransferResult):
-//   Completed    BlockCounter 200. Read: show 1538 first when
-//                flags.radioIsVersion10, then 1530; write: 1531.
-//   NoResponse   LinkState 1: show unreachableText(port, portProblem) titled
-//                1533 (the port's problem when it could not be opened).
-//   Interrupted  show messageId (1534 read, 1535 the other kinds) titled 1104.
+// Outcomes (TransferResult), with the texts to show (text_ids.h):
+//   Completed    BlockCounter 200. Read: show txt::ReadVersion10 first
+//                when flags.radioIsVersion10, then txt::ReadCompleted;
+//                write: txt::WriteCompleted.
+//   NoResponse   LinkState 1: show unreachableText(port, portProblem)
+//                titled txt::CommunicationError (the port's problem when
+//                it could not be opened).
+//   Interrupted  show messageId (txt::ReadInterrupted for a read,
+//                txt::WriteInterrupted for the other kinds) titled
+//                txt::Error.
 //   Declined     a write to a version-1.0 radio was not continued: nothing.
-//   Cancelled    cancel() was called: show messageId (1182 read, 1183 the
-//                other kinds); "END" went out if the radio was in a session.
+//   Cancelled    cancel() was called: show messageId (txt::ReadCancelled
+//                for a read, txt::WriteCancelled for the other kinds);
+//                "END" went out if the radio was in a session.
 
 #include "link_session.h"
 #include "link_types.h"
@@ -90,9 +95,8 @@ private:
 // The radio-information read (user text, write date, radio ID) or write
 // (user text and the date's first half) of the radio information window.
 // `messageId` of the result is what that window shows: nothing for no
-// response (show unreachableText), otherwise 1530 or 1531, also when the
-// exchange stopped early, which that window does not tell apart; the
-// outcome does tell it.
+// response (show unreachableText), otherwise txt::ReadCompleted or txt::WriteCompleted, also when
+// the exchange stopped early, which that window does not tell apart; the outcome does tell it.
 class InfoTransfer : public QObject {
     Q_OBJECT
 
@@ -115,7 +119,7 @@ private:
     LinkSession m_session;
 };
 
-// Text 1150 for a write whose read-back differs: the first differing radio
+// Text txt::VerifyFailed for a write whose read-back differs: the first differing radio
 // address as "0x0030" and the number of differing bytes.
 QString verifyFailedText(const WriteCheck& check, Language language);
 

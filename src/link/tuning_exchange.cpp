@@ -101,9 +101,9 @@ LinkAction TuningExchange::onReply(std::span<const std::uint8_t> reply) {
 int TuningExchange::messageId() const {
     switch (m_result) {
     case Result::NoAnswer:
-        return kMsgTuningInterrupted;
+        return txt::TuningInterrupted;
     case Result::Refused:
-        return kMsgTuningError;
+        return txt::TuningError;
     default:
         return 0;
     }

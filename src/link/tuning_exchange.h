@@ -28,8 +28,6 @@ inline constexpr std::uint8_t kTuneValueReply = 0x47; // 'G' + the item's stored
 inline constexpr std::uint8_t kTuneRefused = 0x62;    // 'b': not understood or not allowed now
 
 // Texts a tuning panel shows when an exchange fails (English ids).
-inline constexpr int kMsgTuningInterrupted = 1536; // no answer: "Please enter again because ..."
-inline constexpr int kMsgTuningError = 1532;       // refused: "Tuning\terror"
 
 // One frame of the tuning exchange as a tuning panel asks for it.
 struct TuningFrame {
@@ -75,8 +73,8 @@ public:
     std::uint8_t reportedValue() const { return m_value; }
     int linkState() const { return m_linkState; } // 1 until the radio answered
     TuneCommand command() const { return m_command; }
-    // The text to show for the result: kMsgTuningInterrupted after no
-    // answer, kMsgTuningError after a refusal, otherwise 0.
+    // The text to show for the result: txt::TuningInterrupted after no
+    // answer, txt::TuningError after a refusal, otherwise 0.
     int messageId() const;
 
 private:

@@ -76,10 +76,10 @@ ChannelTexts decodeChannel(const RadioImage& image, int evenColumn, Language lan
     texts.txFreq = formatFrequency(frequencyMHz(record.frequency(Side::Transmit)));
     texts.rxTone = toneText(record.tone(Side::Receive));
     texts.txTone = toneText(record.tone(Side::Transmit));
-    texts.scan = word(record.scanDeleted() ? 1217 : 1218);
-    texts.busyLock = word(record.busyLock() ? 1100 : 1101);
-    texts.power = word(record.lowPower() ? 1213 : 1214);
-    texts.bandwidth = word(record.narrow() ? 1215 : 1216);
+    texts.scan = word(record.scanDeleted() ? txt::Del : txt::Add);
+    texts.busyLock = word(record.busyLock() ? txt::On : txt::Off);
+    texts.power = word(record.lowPower() ? txt::Low : txt::High);
+    texts.bandwidth = word(record.narrow() ? txt::Narrow : txt::Wide);
     texts.close = !record.isOpen();
     texts.noTx = !record.txAllowed();
     return texts;

@@ -65,8 +65,8 @@ std::vector<std::pair<int, std::string_view>> splitLines(std::string_view text) 
 bool isHeader(const std::vector<std::string_view>& fields) {
     return std::any_of(fields.begin(), fields.end(), [](std::string_view field) {
         field = trimmed(field);
-        return field == ResString(1204, Language::English) ||
-               field == ResString(1204, Language::Chinese);
+        return field == ResString(txt::RxFreq, Language::English) ||
+               field == ResString(txt::RxFreq, Language::Chinese);
     });
 }
 
@@ -128,7 +128,7 @@ std::string channelRowsText(const RadioImage& image, std::span<const int> channe
     std::string text;
     for (int channel : channels) {
         checkChannel(channel);
-        text += std::string(ResString(1203, language)) + " " + std::to_string(channel);
+        text += std::string(ResString(txt::Channel, language)) + " " + std::to_string(channel);
         for (ChannelField field : kChannelFields)
             text += "\t" + channelFieldText(image, channelColumn(channel), field, language);
         text += "\r\n";

@@ -17,7 +17,9 @@ namespace {
 // Keys and captions in kChannelFields order.
 constexpr std::string_view kKeys[] = {"rx_freq",   "rx_tone", "tx_freq",   "tx_tone", "scan",
                                       "busy_lock", "power",   "bandwidth", "close",   "no_tx"};
-constexpr int kCaptionIds[] = {1204, 1205, 1206, 1207, 1208, 1209, 1210, 1211, 1201, 1202};
+constexpr int kCaptionIds[] = {txt::RxFreq,     txt::RxTone,   txt::TxFreq,  txt::TxTone,
+                               txt::ScanDelAdd, txt::BusyLock, txt::TxPower, txt::WideNarrow,
+                               txt::Close,      txt::NoTx};
 
 // The texts a check box takes besides its legend word (and empty for clear).
 constexpr std::string_view kCheckedWords[] = {"true", "yes", "1", "x"};
@@ -33,13 +35,13 @@ struct FieldWords {
 FieldWords wordsOf(ChannelField field) {
     switch (field) {
     case ChannelField::Scan:
-        return {1217, 1218}; // Del, Add
+        return {txt::Del, txt::Add};
     case ChannelField::BusyLock:
-        return {1100, 1101}; // On, Off
+        return {txt::On, txt::Off};
     case ChannelField::Power:
-        return {1213, 1214}; // Low, High
+        return {txt::Low, txt::High};
     default:
-        return {1215, 1216}; // Narrow, Wide
+        return {txt::Narrow, txt::Wide};
     }
 }
 
@@ -305,10 +307,10 @@ void setChannelField(RadioImage& image, int evenColumn, ChannelField field, std:
         record.setNarrow(chooseWord(value, field, text));
         break;
     case ChannelField::Close:
-        record.setOpen(!chooseChecked(value, 1201, subject, text));
+        record.setOpen(!chooseChecked(value, txt::Close, subject, text));
         break;
     case ChannelField::NoTx:
-        record.setTxAllowed(!chooseChecked(value, 1202, subject, text));
+        record.setTxAllowed(!chooseChecked(value, txt::NoTx, subject, text));
         break;
     }
 }
@@ -325,17 +327,17 @@ std::string channelFieldText(const RadioImage& image, int evenColumn, ChannelFie
     case ChannelField::TxTone:
         return toneText(record.tone(sideOf(field)));
     case ChannelField::Scan:
-        return word(record.scanDeleted() ? 1217 : 1218);
+        return word(record.scanDeleted() ? txt::Del : txt::Add);
     case ChannelField::BusyLock:
-        return word(record.busyLock() ? 1100 : 1101);
+        return word(record.busyLock() ? txt::On : txt::Off);
     case ChannelField::Power:
-        return word(record.lowPower() ? 1213 : 1214);
+        return word(record.lowPower() ? txt::Low : txt::High);
     case ChannelField::Bandwidth:
-        return word(record.narrow() ? 1215 : 1216);
+        return word(record.narrow() ? txt::Narrow : txt::Wide);
     case ChannelField::Close:
-        return record.isOpen() ? std::string() : word(1201);
+        return record.isOpen() ? std::string() : word(txt::Close);
     case ChannelField::NoTx:
-        return record.txAllowed() ? std::string() : word(1202);
+        return record.txAllowed() ? std::string() : word(txt::NoTx);
     }
     return {};
 }

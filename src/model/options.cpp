@@ -21,12 +21,6 @@ struct Field {
 constexpr Field kPowerSel{0x256, 0x03};
 constexpr int kLongHit = 2; // power selection "Long-hit [Moni]"
 
-// String ids of the words the items are made of.
-constexpr int kOff = 1101;
-constexpr int kOn = 1100;
-constexpr int kSec = 1350;
-constexpr int kCh = 1203;
-
 enum class Number { Binary, Bcd };
 enum class Place { After, Before };
 
@@ -44,13 +38,13 @@ constexpr Numbers plain(int count) {
     return {count, 1, false, 0, Place::After};
 }
 constexpr Numbers seconds(int count, int scale = 1) {
-    return {count, scale, false, kSec, Place::After};
+    return {count, scale, false, txt::Seconds, Place::After};
 }
 constexpr Numbers tenthSeconds(int count) {
-    return {count, 1, true, kSec, Place::After};
+    return {count, 1, true, txt::Seconds, Place::After};
 }
 constexpr Numbers channels(int count) {
-    return {count, 1, false, kCh, Place::Before};
+    return {count, 1, false, txt::Channel, Place::Before};
 }
 
 struct Codec;
@@ -120,7 +114,8 @@ constexpr Codec choices(std::array<int, 4> words, int base = 0) {
 // While power selection is Long-hit the long press is taken, and the monitor
 // key offers only Off (0) and Unmute Toggle (2); a stored momentary function
 // shows as Off and stays in the bits until an item is chosen.
-constexpr Codec kShortMonitor{Number::Binary, 2, 0, exact, {1359, 1361}, {}};
+constexpr Codec kShortMonitor{
+    Number::Binary, 2, 0, exact, {txt::MonitorOff, txt::UnmuteToggle}, {}};
 
 struct OptionList {
     OptionId id;
@@ -139,24 +134,72 @@ using enum Number;
 // are whole bytes, their numbers in BCD except pre-alert and squelch.
 constexpr OptionList kLists[] = {
     // Time-out in tens of seconds.
-    {CboTXLimit, "CboTXLimit", 1304, {0x3D6, 0xFF}, {Bcd, 3, 0, timeOut, {kOff}, seconds(10, 10)}},
-    {CboPreAlert, "CboPreAlert", 1305, {0x2D7, 0xFF}, {Binary, 1, 0, exact, {kOff}, seconds(254)}},
-    {CboTOTAgain, "CboTOTAgain", 1306, {0x357, 0xFF}, {Bcd, 1, 0, exact, {kOff}, seconds(60)}},
-    {CboTOTReset, "CboTOTReset", 1307, {0x3D7, 0xFF}, {Bcd, 1, 0, exact, {kOff}, seconds(15)}},
-    {CboRing, "CboRing", 1308, {0x257, 0x20}, choices({kOff, kOn})},
-    {CboHandModel, "CboHandModel", 1310, {0x257, 0x01}, choices({kOff, kOn})},
-    {CboBatFunction, "CboBatFunction", 1311, {0x257, 0x08}, choices({kOff, kOn})},
-    {CboSQ, "CboSQ", 1309, {0x1D7, 0xFF}, {Binary, 1, 0, exact, {}, plain(10)}},
-    {CboScan, "CboScan", 1312, {0x056, 0x18}, choices({kOff, 1352, 1353})},
+    {CboTXLimit,
+     "CboTXLimit",
+     txt::TimeOutTimer,
+     {0x3D6, 0xFF},
+     {Bcd, 3, 0, timeOut, {txt::Off}, seconds(10, 10)}},
+    {CboPreAlert,
+     "CboPreAlert",
+     txt::TotPreAlert,
+     {0x2D7, 0xFF},
+     {Binary, 1, 0, exact, {txt::Off}, seconds(254)}},
+    {CboTOTAgain,
+     "CboTOTAgain",
+     txt::TotRekeyTime,
+     {0x357, 0xFF},
+     {Bcd, 1, 0, exact, {txt::Off}, seconds(60)}},
+    {CboTOTReset,
+     "CboTOTReset",
+     txt::TotResetTime,
+     {0x3D7, 0xFF},
+     {Bcd, 1, 0, exact, {txt::Off}, seconds(15)}},
+    {CboRing, "CboRing", txt::Beep, {0x257, 0x20}, choices({txt::Off, txt::On})},
+    {CboHandModel, "CboHandModel", txt::HandModel, {0x257, 0x01}, choices({txt::Off, txt::On})},
+    {CboBatFunction,
+     "CboBatFunction",
+     txt::BatterySave,
+     {0x257, 0x08},
+     choices({txt::Off, txt::On})},
+    {CboSQ, "CboSQ", txt::SquelchLevel, {0x1D7, 0xFF}, {Binary, 1, 0, exact, {}, plain(10)}},
+    {CboScan,
+     "CboScan",
+     txt::ScanMode,
+     {0x056, 0x18},
+     choices({txt::Off, txt::Carrier, txt::Time})},
     // The radio reads bytes above 0x15 as Off, so channel 16 is not offered.
-    {CboPriorityCH, "CboPriorityCH", 1313, {0x156, 0xFF}, {Bcd, 1, 0, exact, {kOff}, channels(15)}},
+    {CboPriorityCH,
+     "CboPriorityCH",
+     txt::PriorityChannel,
+     {0x156, 0xFF},
+     {Bcd, 1, 0, exact, {txt::Off}, channels(15)}},
     // Look-back period and scan delay in tenths of a second.
-    {CboBakScan, "CboBakScan", 1314, {0x1D6, 0xFF}, {Bcd, 1, 3, exact, {}, tenthSeconds(48)}},
-    {CboBakCH, "CboBakCH", 1315, {0x0D6, 0x07}, choices({1354, 1355, 1356, 1313}, 1)},
-    {CboScanHold, "CboScanHold", 1316, {0x356, 0xFF}, {Bcd, 5, 0, nearest, {}, tenthSeconds(20)}},
-    {CboMoni, "CboMoni", 1317, {0x056, 0x60}, choices({1359, 1360, 1361, 1362}), &kShortMonitor},
-    {CboPowSel, "CboPowSel", 1318, kPowerSel, choices({1105, 1357, 1358})},
-    {CboBandSel, "CboBandSel", 1211, {0x257, 0x02}, choices({1216, 1215})},
+    {CboBakScan,
+     "CboBakScan",
+     txt::LookBackPeriod,
+     {0x1D6, 0xFF},
+     {Bcd, 1, 3, exact, {}, tenthSeconds(48)}},
+    {CboBakCH,
+     "CboBakCH",
+     txt::RevertChannel,
+     {0x0D6, 0x07},
+     choices({txt::RecentRxChannel, txt::RecentUsedChannel, txt::FirstScanChannel,
+              txt::PriorityChannel},
+             1)},
+    {CboScanHold,
+     "CboScanHold",
+     txt::ScanDelay,
+     {0x356, 0xFF},
+     {Bcd, 5, 0, nearest, {}, tenthSeconds(20)}},
+    {CboMoni,
+     "CboMoni",
+     txt::Monitor,
+     {0x056, 0x60},
+     choices({txt::MonitorOff, txt::UnmuteMomentary, txt::UnmuteToggle, txt::SquelchMomentary}),
+     &kShortMonitor},
+    {CboPowSel, "CboPowSel", txt::PowerSelect, kPowerSel,
+     choices({txt::None, txt::ShortHitMoni, txt::LongHitMoni})},
+    {CboBandSel, "CboBandSel", txt::WideNarrow, {0x257, 0x02}, choices({txt::Wide, txt::Narrow})},
 };
 
 // Every item's bits fit the field.

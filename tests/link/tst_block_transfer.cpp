@@ -148,9 +148,9 @@ private slots:
         row(Programming, TransferKind::WriteTuning, addressRange(0x100, 0x1A8), -1, "QZVTUNE",
             {30, 5, 10}, 50 + 30 + 20, 0, 22);
         row(Info, R, addressRange(0x300, 0x3F0), 0x3F0, "END", {10, 20, 10}, 30 + 20 + 100,
-            kMsgReadCompleted, 0);
+            txt::ReadCompleted, 0);
         row(Info, W, addressRange(0x300, 0x3C0), -1, "END", {10, 5, 10}, 30 + 20 + 100,
-            kMsgWriteCompleted, 0);
+            txt::WriteCompleted, 0);
     }
 
     // A fault at one packet (its index in the exchange, 0 = wake-up): the
@@ -249,7 +249,7 @@ private slots:
             QCOMPARE(link.warningsShown(), dontShow ? 0 : 1);
             QCOMPARE(transfer.outcome(), outcome);
             QCOMPARE(transfer.messageId(),
-                     outcome == TransferOutcome::Interrupted ? kMsgWriteInterrupted : 0);
+                     outcome == TransferOutcome::Interrupted ? txt::WriteInterrupted : 0);
             QVERIFY(!link.portOpen());
             QCOMPARE(flags.version10DontShow, dontShow);
             // The option byte is converted once, at the first identification.
@@ -309,7 +309,7 @@ private slots:
 
             QCOMPARE(transfer.outcome(), TransferOutcome::Cancelled);
             QCOMPARE(transfer.messageId(),
-                     kind == TransferKind::Read ? kMsgReadCancelled : kMsgWriteCancelled);
+                     kind == TransferKind::Read ? txt::ReadCancelled : txt::WriteCancelled);
             QCOMPARE(int(link.sent().size()), packets);
             QCOMPARE(link.sent().back().bytes == Bytes(kEnd.begin(), kEnd.end()), endSent);
             QVERIFY(!link.portOpen());

@@ -48,8 +48,9 @@ private slots:
             window->ReFlashData();
             QCOMPARE(cell(window.get(), 3, 1)->background(), plain);
         };
-        const QString checks = seen("dlgWriteChecks", 1146);
-        const QStringList write{seen("frmConnect", 1521), seen("msgBox", 1529, text(1531))};
+        const QString checks = seen("dlgWriteChecks", txt::CheckBeforeWriting);
+        const QStringList write{seen("frmConnect", txt::Write),
+                                seen("msgBox", txt::WriteFinished, text(txt::WriteCompleted))};
         row("CmdCancel", {checks});
         row("CmdWriteAnyway", QStringList{checks} + write);
     }
@@ -80,7 +81,7 @@ private slots:
             QCOMPARE(answers.log().size(), 2);
             QCOMPARE(listed, shown);
         };
-        row("", text(1149));
+        row("", text(txt::NoDifferences));
         row("ch2.busy_lock=On", "ch2.busy_lock: Off -> On");
     }
 };

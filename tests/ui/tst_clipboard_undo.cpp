@@ -75,7 +75,7 @@ private slots:
                 QCOMPARE(answers.log(), QStringList());
                 QVERIFY(window->image() != before);
             } else {
-                QCOMPARE(answers.log(), QStringList{seen("msgBox", 1121, message)});
+                QCOMPARE(answers.log(), QStringList{seen("msgBox", txt::Warning, message)});
                 QCOMPARE(changedBytes(before, window->image()), QString());
             }
         };
@@ -102,7 +102,7 @@ private slots:
         ModalAnswerer answers;
         trigger(window.get(), "menuEditPaste");
         QCOMPARE(answers.log(),
-                 QStringList{seen("msgBox", 1121,
+                 QStringList{seen("msgBox", txt::Warning,
                                   "The clipboard holds 3 channels: from CH 15 only 2 fit.")});
         QCOMPARE(window->image(), before);
     }

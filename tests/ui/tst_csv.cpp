@@ -23,9 +23,9 @@ private slots:
             ModalAnswerer answers;
             answers.answerFileDialog(file.fileName());
             trigger(window.get(), "menuFileImportCsv");
-            QStringList log{seen("dlgCsv", 1136)};
+            QStringList log{seen("dlgCsv", txt::ImportCsvCaption)};
             if (!refusal.isEmpty()) {
-                log << seen("msgBox", 1121, text(1138) + '\n' + refusal);
+                log << seen("msgBox", txt::Warning, text(txt::CsvNotImported) + '\n' + refusal);
             }
             QCOMPARE(answers.log(), log);
             QCOMPARE(cell(window.get(), 2, 1)->text(), shown);

@@ -30,7 +30,7 @@ private slots:
                                      child<QAbstractButton>(dialog, ok ? "CmdOK" : "CmdCancel"));
             });
             trigger(window.get(), "menuSetup_Port");
-            QCOMPARE(answers.log(), QStringList{seen("frmPort", 1412)});
+            QCOMPARE(answers.log(), QStringList{seen("frmPort", txt::CommunicationPort)});
             QVERIFY(checkedAtStart);
             QCOMPARE(window->selectedPort(), expected);
         };
@@ -123,7 +123,7 @@ private slots:
                 label = label.arg(names.join(", "), names.first());
             }
             QCOMPARE(child<QLabel>(&dialog, "LblFindRadio")->text(), label);
-            const QStringList box{seen("msgBox", 1162, text(1163))};
+            const QStringList box{seen("msgBox", txt::FindRadio, text(txt::NoRadioFound))};
             QCOMPARE(answers.log(), said == 1163 ? box : QStringList());
         };
         row({"silent", "current"}, "OptPortSystem_1", 1164, {1});
@@ -141,8 +141,8 @@ private slots:
         });
         trigger(window.get(), "menuhelpAbout");
         QCOMPARE(answers.log().size(), 1);
-        QVERIFY(about.startsWith(text(1406, Language::Chinese) + "\n"));
-        QVERIFY(about.contains(text(1407, Language::Chinese))); // "Version"
+        QVERIFY(about.startsWith(text(txt::ProgramTitle, Language::Chinese) + "\n"));
+        QVERIFY(about.contains(text(txt::Version, Language::Chinese)));
     }
 
     void help() {

@@ -56,7 +56,8 @@ private slots:
         trigger(window.get(), "menuFileopen");
 
         QCOMPARE(answers.log(),
-                 (QStringList{seen("dlgOpen", 1050), seen("msgBox", 1104, text(1124))}));
+                 (QStringList{seen("dlgOpen", txt::ToolOpen),
+                              seen("msgBox", txt::Error, text(txt::IncorrectFileType))}));
         QVERIFY(window->image() == before);
         QCOMPARE(cell(window.get(), 1, 1)->text(), shown);
         QCOMPARE(window->currentFileName(), fileName);
@@ -77,7 +78,8 @@ private slots:
             answers.answerFileDialog(target);
             trigger(window.get(), "menuFileExit");
 
-            QCOMPARE(answers.log().first(), seen("msgBox", 1410, text(1123)));
+            QCOMPARE(answers.log().first(),
+                     seen("msgBox", txt::ReadButton, text(txt::SaveChangesQuestion)));
             QCOMPARE(window->isVisible(), !closes);
             QCOMPARE(QFile::exists(target), saves);
             if (saves) {
@@ -114,7 +116,7 @@ private slots:
             QCOMPARE(answers.log(), windows);
         };
         row(dataFileBytes(), {});
-        row("hello", {seen("msgBox", 1104, text(1124))});
+        row("hello", {seen("msgBox", txt::Error, text(txt::IncorrectFileType))});
     }
 
     // A file dropped on the window opens, after the question when there are

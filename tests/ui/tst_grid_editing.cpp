@@ -232,7 +232,8 @@ private slots:
                 ModalAnswerer answers;
                 answers.answerBox(QMessageBox::Cancel);
                 QVERIFY(!window->close());
-                QCOMPARE(answers.log(), QStringList{seen("msgBox", 1410, text(1123))});
+                QCOMPARE(answers.log(), QStringList{seen("msgBox", txt::ReadButton,
+                                                         text(txt::SaveChangesQuestion))});
                 QVERIFY(window->isModified());
             }
             window.reset();

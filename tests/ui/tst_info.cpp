@@ -77,7 +77,7 @@ private slots:
             QApplication::clipboard()->setText(QString(95, 'y') + "😀");
             ModalAnswerer answers;
             QTest::keySequence(box, key);
-            const QString full = "msgBox: " + text(1406) + ": " + kFull;
+            const QString full = "msgBox: " + text(txt::ProgramTitle) + ": " + kFull;
             QCOMPARE(answers.log(), length == 96 ? QStringList{full} : QStringList{});
             QCOMPARE(box->toPlainText().size(), length);
         };
@@ -109,7 +109,8 @@ private slots:
         QCOMPARE(box->font().pointSize(), 31);
         child<QAbstractButton>(&info, "CmdWrite")->click();
         QTRY_COMPARE_WITH_TIMEOUT(answers.log().size(), 2, 30000);
-        QCOMPARE(answers.log().last(), seen("msgBox", 1529, text(1531)));
+        QCOMPARE(answers.log().last(),
+                 seen("msgBox", txt::WriteFinished, text(txt::WriteCompleted)));
         const auto sim = RadioImage::fromRadioOrder(SimulatedRadio::shared()->memory());
         QCOMPARE(QString::fromStdString(decodeUserText(sim)), chinese);
         trigger(window.get(), "MenuEditUndo"); // the write's one step
@@ -118,7 +119,7 @@ private slots:
         box->setPlainText("edited, not written");
         child<QAbstractButton>(&info, "CmdRead")->click();
         QTRY_COMPARE_WITH_TIMEOUT(answers.log().size(), 3, 30000);
-        QCOMPARE(answers.log().last(), seen("msgBox", 1528, text(1530)));
+        QCOMPARE(answers.log().last(), seen("msgBox", txt::ReadFinished, text(txt::ReadCompleted)));
         QCOMPARE(box->toPlainText(), chinese);
         QCOMPARE(QString::fromStdString(decodeUserText(window->image())), chinese);
     }

@@ -127,7 +127,7 @@ void showTuningFrames(QWidget* window, bool item) {
     }
     child(window, "TreeViewTune")->show();
     child(window, "FraTestCH")->setVisible(!item);
-    child<QGroupBox>(window, "FraTune")->setTitle(text(1503, currentLanguage()));
+    child<QGroupBox>(window, "FraTune")->setTitle(text(txt::TuningSquelch9, currentLanguage()));
     child(window, "FraTune")->setVisible(item);
 }
 

@@ -17,7 +17,7 @@ private slots:
         ModalAnswerer answers;
         answers.answerFileDialog(dir.filePath("report"));
         trigger(window.get(), "menuFileExportPdf");
-        QCOMPARE(answers.log(), QStringList{seen("dlgPdf", 1133)});
+        QCOMPARE(answers.log(), QStringList{seen("dlgPdf", zr310::txt::ExportPdfCaption)});
         QFile pdf(dir.filePath("report.pdf"));
         QVERIFY(pdf.open(QIODevice::ReadOnly));
         QVERIFY(pdf.readAll().startsWith("%PDF"));
@@ -30,7 +30,8 @@ private slots:
         auto window = startWindow();
         ModalAnswerer answers;
         trigger(window.get(), "menuFilePrint");
-        QCOMPARE(answers.log(), QStringList{seen("msgBox", 1052, text(1131))});
+        QCOMPARE(answers.log(), QStringList{seen("msgBox", zr310::txt::ToolPrint,
+                                                 text(zr310::txt::NoDefaultPrinter))});
     }
 };
 

@@ -68,10 +68,10 @@ private slots:
             } else {
                 checkCaptions(window.get(), lang);
             }
-            QCOMPARE(cell(window.get(), 1, 5)->text(), text(1218, lang)); // Add
-            QCOMPARE(cell(window.get(), 1, 6)->text(), text(1100, lang)); // On
-            QCOMPARE(cell(window.get(), 1, 7)->text(), text(1213, lang)); // Low
-            QCOMPARE(preAlert->currentText(), "5" + text(1350, lang));
+            QCOMPARE(cell(window.get(), 1, 5)->text(), text(txt::Add, lang));
+            QCOMPARE(cell(window.get(), 1, 6)->text(), text(txt::On, lang));
+            QCOMPARE(cell(window.get(), 1, 7)->text(), text(txt::Low, lang));
+            QCOMPARE(preAlert->currentText(), "5" + text(txt::Seconds, lang));
             QVERIFY(window->image() == before); // re-captioning writes nothing
         };
         row("zh_CN", -1, 1);

@@ -94,9 +94,10 @@ private slots:
             const QStringList before = backups();
             ModalAnswerer answers;
             trigger(window.get(), "Toolbar1_6");
-            QCOMPARE(answers.log(), QStringList{seen("frmConnect", 1520)} + boxes);
+            QCOMPARE(answers.log(), QStringList{seen("frmConnect", txt::Read)} + boxes);
             QVERIFY(partWay);
-            QCOMPARE(window->windowTitle(), text(1406) + " - " + text(1528));
+            QCOMPARE(window->windowTitle(),
+                     text(txt::ProgramTitle) + " - " + text(txt::ReadFinished));
             QCOMPARE(cell(window.get(), 2, 1)->text(), QString("438.01250"));
             QCOMPARE(cell(window.get(), 2, 2)->text(), QString("DCS 023"));
             QCOMPARE(cell(window.get(), 2, 7)->text(), text(power));
@@ -119,9 +120,9 @@ private slots:
             }
             QCOMPARE(backedUp == window->image(), !version10);
         };
-        const QString done = seen("msgBox", 1528, text(1530));
+        const QString done = seen("msgBox", txt::ReadFinished, text(txt::ReadCompleted));
         row(false, {done}, 1213, 1215, 2);
-        row(true, {seen("msgBox", 1520, text(1538)), done}, 1214, 1216, 4);
+        row(true, {seen("msgBox", txt::Read, text(txt::ReadVersion10)), done}, 1214, 1216, 4);
     }
 
     // A read that fails: one box, and no completion box after it. `textId` 0:
@@ -139,10 +140,10 @@ private slots:
             ModalAnswerer answers;
             trigger(window.get(), "menuProgRead");
             // An interrupted read also says that the data before it is back.
-            const QString body = textId == 0 ? window->selectedPort() + text(1537)
-                                             : text(textId) + "\n" + text(1143);
+            const QString body = textId == 0 ? window->selectedPort() + text(txt::PortHasNoResponse)
+                                             : text(textId) + "\n" + text(txt::ReadPutBack);
             QCOMPARE(answers.log(),
-                     (QStringList{seen("frmConnect", 1520), seen("msgBox", titleId, body)}));
+                     (QStringList{seen("frmConnect", txt::Read), seen("msgBox", titleId, body)}));
             // Not refreshed, even where blocks already arrived: the blocks that
             // arrived (channel 2 among them) were not kept, the image is the
             // one before the read, as the grid shows it, and nothing was
@@ -166,20 +167,20 @@ private slots:
             QVERIFY(bench.window);
             QTemporaryDir folder;
             QSerialPort holder(QString::fromStdString(bench.radio->devicePath()));
-            QString body = text(1155).arg(port);
+            QString body = text(txt::NoSuchPort).arg(port);
             if (port == "held") {
                 QVERIFY(holder.open(QIODevice::ReadWrite));
                 port = holder.portName();
-                body = text(1156).arg(port);
+                body = text(txt::PortInUse).arg(port);
             } else if (port == "folder") {
                 port = folder.path();
-                body = text(1161).arg(port);
+                body = text(txt::NotSerialPort).arg(port);
             }
             auto window = startWindow("en_US", port);
             ModalAnswerer answers;
             trigger(window.get(), "menuProgRead");
-            QCOMPARE(answers.log(),
-                     (QStringList{seen("frmConnect", 1520), seen("msgBox", 1533, body)}));
+            QCOMPARE(answers.log(), (QStringList{seen("frmConnect", txt::Read),
+                                                 seen("msgBox", txt::CommunicationError, body)}));
         };
         row("/dev/zr310-NOPE0");
         row("held");
@@ -210,8 +211,8 @@ private slots:
             QCOMPARE(answers.log(), windows);
             QCOMPARE(bench.ask(&EmulatedRadio::blocksWritten), blocks);
         };
-        const QString c = seen("frmConnect", 1521), w = seen("frmWarning", 1121);
-        const QString d = seen("msgBox", 1529, text(1531));
+        const QString c = seen("frmConnect", txt::Write), w = seen("frmWarning", txt::Warning);
+        const QString d = seen("msgBox", txt::WriteFinished, text(txt::WriteCompleted));
         row("strict", 0, "CmdOK", true, {c, w, d, c, d}, 76);
         row("strict", 1000, "CmdOK", false, {c, w, d, c, w, d}, 76);
         row("drop-after:300", 1000, "CmdOK", false, {c, w, d, c, w, d}, 76);
@@ -253,7 +254,8 @@ private slots:
             QVERIFY(bench.ask(&EmulatedRadio::mode) == EmulatedRadio::Mode::Idle);
             trigger(window.get(), "menuProgRead");
             QCOMPARE(answers.log().size(), 4);
-            QCOMPARE(answers.log().last(), seen("msgBox", 1528, text(1530)));
+            QCOMPARE(answers.log().last(),
+                     seen("msgBox", txt::ReadFinished, text(txt::ReadCompleted)));
         };
         row("menuProgRead", true, 1520, 1182);
         row("menuProgWrite", false, 1521, 1183);
@@ -270,9 +272,10 @@ private slots:
         ModalAnswerer answers;
         trigger(window.get(), "menuProgWrite");
         const WriteCheck block7{1, 0x30};
-        QCOMPARE(answers.log(),
-                 (QStringList{seen("frmConnect", 1521), seen("frmConnect", 1520),
-                              seen("msgBox", 1104, verifyFailedText(block7, Language::English))}));
+        QCOMPARE(
+            answers.log(),
+            (QStringList{seen("frmConnect", txt::Write), seen("frmConnect", txt::Read),
+                         seen("msgBox", txt::Error, verifyFailedText(block7, Language::English))}));
     }
 
     // Setup > Serial Trace: the transfers write into the chosen file until unticked.

@@ -41,7 +41,7 @@ struct Bench : RadioBench {
         ModalAnswerer answers;
         trigger(window.get(), "MenuProgTest");
         QTRY_VERIFY_WITH_TIMEOUT(child(window.get(), "FraTestCH")->isVisible(), 20000);
-        QCOMPARE(answers.log(), QStringList{seen("frmConnect", 1522)});
+        QCOMPARE(answers.log(), QStringList{seen("frmConnect", txt::ReadWriteRadio)});
     }
 
     EmulatedRadio::Memory memory() const { return radio->memory(); }
@@ -121,7 +121,7 @@ private slots:
         QVERIFY(child(w, "FraCHSet")->isVisible() && !child(w, "FraTestCH")->isVisible());
         QVERIFY(child<QAction>(w, "MenuCHfrm")->isChecked());
         QVERIFY(!child<QAction>(w, "MenuProgTest")->isChecked());
-        QCOMPARE(w->windowTitle(), text(1406));
+        QCOMPARE(w->windowTitle(), text(txt::ProgramTitle));
     }
 
     // Items adjusted live: the radio follows every value, OK keeps it in the
@@ -130,7 +130,7 @@ private slots:
     void adjustItems() {
         Bench bench;
         QVERIFY(bench.window && child(bench.window.get(), "FraTestCH")->isVisible());
-        bench.clickNode(1503); // 9th squelch level
+        bench.clickNode(txt::TuningSquelch9); // 9th squelch level
         QTRY_COMPARE(bench.bar()->value(), 0x20);
         QVERIFY(child(bench.window.get(), "FraTune")->isVisible());
         for (int value = 0x21; value <= 0x38; ++value) {
@@ -141,11 +141,11 @@ private slots:
         QTRY_COMPARE(bench.memory()[0x2F1], std::uint8_t(0x38));
         QCOMPARE(tuningValue(bench.window->image(), TuningItem::Squelch9), std::uint8_t(0x38));
 
-        bench.clickNode(1502); // low battery, then straight to CTCSS deviation
+        bench.clickNode(txt::TuningLowBattery); // low battery, then straight to CTCSS deviation
         QTRY_COMPARE(bench.activeItem(), std::optional<std::uint8_t>(0x11));
         bench.bar()->setValue(5);
         QTRY_COMPARE(bench.liveValue(), std::uint8_t(5));
-        bench.clickNode(1505);
+        bench.clickNode(txt::TuningCtcssDeviation);
         QTRY_COMPARE(bench.activeItem(), std::optional<std::uint8_t>(0x77));
         QTRY_COMPARE(bench.bar()->value(), 0x40);
         bench.bar()->setValue(0x41);
@@ -156,7 +156,7 @@ private slots:
         QCOMPARE(bench.memory()[0x2F3], std::uint8_t(0x40)); // CTCSS deviation kept
         QVERIFY(child(bench.window.get(), "FraTestCH")->isVisible());
 
-        bench.clickNode(1507); // exit tuning
+        bench.clickNode(txt::TuningExit); // exit tuning
         QTRY_VERIFY(child(bench.window.get(), "FraCHSet")->isVisible());
         QTRY_COMPARE(bench.ask(&EmulatedRadio::mode), EmulatedRadio::Mode::Idle);
     }

@@ -115,8 +115,8 @@ Section channelSection(const RadioImage& image, Language language, const QDateTi
 
     // As the grid shows them: a closed channel all grey, a channel that may
     // not transmit with its transmit side and busy lock grey.
-    const QString closeWord = utf8(ResString(1201, language));
-    const QString noTxWord = utf8(ResString(1202, language));
+    const QString closeWord = utf8(ResString(txt::Close, language));
+    const QString noTxWord = utf8(ResString(txt::NoTx, language));
     for (int n = 1; n <= kChannelCount; ++n) {
         const ChannelTexts ch = decodeChannel(image, channelColumn(n), language);
         const bool greyTx = ch.close || ch.noTx;

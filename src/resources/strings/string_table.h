@@ -1,5 +1,7 @@
 #pragma once
 
+#include "text_ids.h"
+
 #include <string>
 #include <string_view>
 
@@ -14,8 +16,8 @@ extern int gbytLang;
 
 Language currentLanguage();
 
-// The text with English id `id` in the given language (UTF-8). An id the
-// table does not hold gives an empty string.
+// The text with English id `id` (a name from text_ids.h) in the given
+// language (UTF-8). An id the table does not hold gives an empty string.
 std::string_view ResString(int id, Language language);
 
 // The text with English id `id` in the current language (`gbytLang`).

@@ -26,10 +26,11 @@ FrmAbout::FrmAbout(QWidget* parent) : QDialog(parent) {
 
     auto* label1 = new QLabel(this);
     label1->setObjectName(QStringLiteral("Label1"));
-    label1->setText(res(1406) + QStringLiteral("\n\n2006 ") + res(1407) + QLatin1Char(' ') +
-                    QString::fromLatin1(kProgramVersion) + QLatin1Char('\n') + makerName());
+    label1->setText(res(txt::ProgramTitle) + QStringLiteral("\n\n2006 ") + res(txt::Version) +
+                    QLatin1Char(' ') + QString::fromLatin1(kProgramVersion) + QLatin1Char('\n') +
+                    makerName());
 
-    auto* command1 = new QPushButton(res(1402), this);
+    auto* command1 = new QPushButton(res(txt::CloseButton), this);
     command1->setObjectName(QStringLiteral("Command1"));
     command1->setDefault(true);
     connect(command1, &QPushButton::clicked, this, &QDialog::accept);

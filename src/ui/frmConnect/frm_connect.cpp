@@ -22,15 +22,15 @@ struct KindTexts {
 KindTexts textsOf(TransferKind kind) {
     switch (kind) {
     case TransferKind::Read:
-        return {1520, 1524};
+        return {txt::Read, txt::ReadingData};
     case TransferKind::Write:
-        return {1521, 1525};
+        return {txt::Write, txt::WritingData};
     case TransferKind::EnterTuning:
-        return {1522, 1526};
+        return {txt::ReadWriteRadio, txt::EnteringTuningMode};
     case TransferKind::WriteTuning:
-        return {1521, 1527};
+        return {txt::Write, txt::WritingTuningData};
     }
-    return {1520, 1524};
+    return {txt::Read, txt::ReadingData};
 }
 
 } // namespace
@@ -53,7 +53,7 @@ FrmConnect::FrmConnect(TransferKind kind, const QString& portName, RadioImage& i
     m_progress->setTextVisible(false);
     m_progress->setMinimumWidth(300);
 
-    m_cancel = new QPushButton(res(1103), this); // "&Cancel"
+    m_cancel = new QPushButton(res(txt::CancelButton), this); // "&Cancel"
     m_cancel->setObjectName(QStringLiteral("CmdCancel"));
     m_cancel->setAutoDefault(false);
     connect(m_cancel, &QPushButton::clicked, this, &FrmConnect::reject);
@@ -97,7 +97,7 @@ void FrmConnect::onFinished(const TransferResult& result) {
         if (!note.isEmpty()) {
             text += QLatin1Char('\n') + note;
         }
-        showMessageBox(this, QMessageBox::Warning, res(kMsgError), text);
+        showMessageBox(this, QMessageBox::Warning, res(txt::Error), text);
     }
     done(result.outcome == TransferOutcome::Completed ? QDialog::Accepted : QDialog::Rejected);
 }

@@ -65,11 +65,11 @@ QString currentDateTimeText() {
 
 FrmInfo::FrmInfo(MainForm& owner) : QDialog(&owner), m_owner(owner) {
     setObjectName(QStringLiteral("frmInfo"));
-    setWindowTitle(res(1409));
+    setWindowTitle(res(txt::RadioInformation));
 
-    auto* label1 = new QLabel(res(1400) + QLatin1Char(':'), this);
+    auto* label1 = new QLabel(res(txt::RadioId) + QLatin1Char(':'), this);
     label1->setObjectName(QStringLiteral("Label1"));
-    auto* label2 = new QLabel(res(1401) + QLatin1Char(':'), this);
+    auto* label2 = new QLabel(res(txt::RecentWriteDate) + QLatin1Char(':'), this);
     label2->setObjectName(QStringLiteral("Label2"));
     auto readOnlyBox = [this](const char* name) {
         auto* box = new QLineEdit(this);
@@ -96,10 +96,10 @@ FrmInfo::FrmInfo(MainForm& owner) : QDialog(&owner), m_owner(owner) {
         b->setAutoDefault(false);
         return b;
     };
-    m_cmdRead = button("CmdRead", 1410);
-    m_cmdWrite = button("CmdWrite", 1411);
-    m_cmdFont = button("CmdFont", 1403);
-    m_cmdClose = button("CmdClose", 1402);
+    m_cmdRead = button("CmdRead", txt::ReadButton);
+    m_cmdWrite = button("CmdWrite", txt::WriteButton);
+    m_cmdFont = button("CmdFont", txt::FontButton);
+    m_cmdClose = button("CmdClose", txt::CloseButton);
     connect(m_cmdRead, &QPushButton::clicked, this, [this] { startTransfer(TransferKind::Read); });
     connect(m_cmdWrite, &QPushButton::clicked, this, [this] {
         StoreUserText();
@@ -194,7 +194,7 @@ bool FrmInfo::refuseKey(const QKeyEvent* key) {
     if (m_rtbFont->textCursor().hasSelection() && key->key() != Qt::Key_Backspace) {
         return false;
     }
-    showMessageBox(this, QMessageBox::NoIcon, res(1406), kTextFullMessage);
+    showMessageBox(this, QMessageBox::NoIcon, res(txt::ProgramTitle), kTextFullMessage);
     return true;
 }
 
@@ -239,13 +239,13 @@ void FrmInfo::transferFinished(const TransferResult& result) {
     m_transfer = nullptr;
     setBusy(false);
     if (result.messageId == 0) {
-        showMessageBox(this, QMessageBox::Warning, res(kMsgCommunicationError),
+        showMessageBox(this, QMessageBox::Warning, res(txt::CommunicationError),
                        displayText(unreachableText(m_owner.selectedPort(), result.portProblem,
                                                    currentLanguage())));
         return;
     }
     const bool read = m_kind == TransferKind::Read;
-    showMessageBox(this, QMessageBox::NoIcon, res(read ? 1528 : 1529),
+    showMessageBox(this, QMessageBox::NoIcon, res(read ? txt::ReadFinished : txt::WriteFinished),
                    resDisplay(result.messageId));
     if (!read) {
         return;

@@ -17,15 +17,7 @@
 
 namespace zr310::ui {
 
-namespace {
-
-constexpr int kMsgFindRadio = 1162;    // "Find Radio"
-constexpr int kMsgNoRadioFound = 1163; // "No radio answered on any port, ..."
-constexpr int kMsgRadioFound = 1164;   // "Radio found on %1."
-constexpr int kMsgRadiosFound = 1165;  // "Radios answered on %1; the first, %2, is chosen."
-constexpr int kMsgFindingRadio = 1166; // "Looking for the radio..."
-
-} // namespace
+namespace {} // namespace
 
 QString FrmPort::simulatedRadioCaption() {
     return currentLanguage() == Language::Chinese ? QStringLiteral("模拟对讲机")
@@ -35,9 +27,9 @@ QString FrmPort::simulatedRadioCaption() {
 FrmPort::FrmPort(const QString& currentPort, const PortChoices& choices, QWidget* parent)
     : QDialog(parent), m_systemPorts(choices.systemPorts) {
     setObjectName(QStringLiteral("frmPort"));
-    setWindowTitle(res(1412));
+    setWindowTitle(res(txt::CommunicationPort));
 
-    auto* frame = new QGroupBox(res(1055), this);
+    auto* frame = new QGroupBox(res(txt::ToolSelectPort), this);
     frame->setObjectName(QStringLiteral("Fraport"));
     frame->setLayout(new QVBoxLayout);
     m_group = new QButtonGroup(this);
@@ -59,12 +51,12 @@ FrmPort::FrmPort(const QString& currentPort, const PortChoices& choices, QWidget
     m_lblFindRadio->hide(); // until Find Radio has something to say
     frame->layout()->addWidget(m_lblFindRadio);
 
-    auto* cmdOk = new QPushButton(res(1102), this);
+    auto* cmdOk = new QPushButton(res(txt::OkButton), this);
     cmdOk->setObjectName(QStringLiteral("CmdOK"));
     cmdOk->setDefault(true);
-    auto* cmdCancel = new QPushButton(res(1103), this);
+    auto* cmdCancel = new QPushButton(res(txt::CancelButton), this);
     cmdCancel->setObjectName(QStringLiteral("CmdCancel"));
-    m_cmdFindRadio = new QPushButton(res(kMsgFindRadio), this);
+    m_cmdFindRadio = new QPushButton(res(txt::FindRadio), this);
     m_cmdFindRadio->setObjectName(QStringLiteral("CmdFindRadio"));
     connect(cmdOk, &QPushButton::clicked, this, &QDialog::accept);
     connect(cmdCancel, &QPushButton::clicked, this, &QDialog::reject);
@@ -144,7 +136,7 @@ void FrmPort::findRadio() {
         }
     }
     m_cmdFindRadio->setEnabled(false);
-    m_lblFindRadio->setText(res(kMsgFindingRadio));
+    m_lblFindRadio->setText(res(txt::FindingRadio));
     m_lblFindRadio->show();
     auto* search = new RadioSearch(ports, this);
     connect(search, &RadioSearch::finished, this, [this, search] {
@@ -164,13 +156,13 @@ void FrmPort::radioSearchDone(const QList<ProbeResult>& results) {
     if (found.isEmpty()) {
         m_lblFindRadio->clear();
         m_lblFindRadio->hide();
-        showMessageBox(this, QMessageBox::Warning, res(kMsgFindRadio), res(kMsgNoRadioFound));
+        showMessageBox(this, QMessageBox::Warning, res(txt::FindRadio), res(txt::NoRadioFound));
     } else {
         m_group->button(int(m_ports.indexOf(found.first())))->setChecked(true);
         m_lblFindRadio->setText(
             found.size() == 1
-                ? res(kMsgRadioFound).arg(found.first())
-                : res(kMsgRadiosFound).arg(found.join(QStringLiteral(", ")), found.first()));
+                ? res(txt::RadioFound).arg(found.first())
+                : res(txt::RadiosFound).arg(found.join(QStringLiteral(", ")), found.first()));
     }
     m_cmdFindRadio->setEnabled(true);
 }

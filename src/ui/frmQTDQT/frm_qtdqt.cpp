@@ -79,9 +79,9 @@ QStringList toQStringList(const std::vector<std::string>& items) {
 FrmQTDQT::FrmQTDQT(int sideMarker, int row, const QString& sideText, QWidget* parent)
     : QDialog(parent), m_sideMarker(sideMarker), m_row(row), m_result(sideText) {
     setObjectName(QStringLiteral("frmQTDQT"));
-    setWindowTitle(res(1219));
+    setWindowTitle(res(txt::SignallingSetting));
 
-    m_frame = new QGroupBox(res(1226), this);
+    m_frame = new QGroupBox(res(txt::CtcDcsSignalling), this);
     m_frame->setObjectName(QStringLiteral("Frame1"));
     auto option = [this](const char* name, const char* caption) {
         auto* button = new QRadioButton(QString::fromLatin1(caption), m_frame);
@@ -112,7 +112,7 @@ FrmQTDQT::FrmQTDQT(int sideMarker, int row, const QString& sideText, QWidget* pa
         QRegularExpression(QStringLiteral("[0-9]{0,3}")), m_cboDcs));
     m_cboDcs->installEventFilter(this);
     m_cboDcs->lineEdit()->installEventFilter(this);
-    m_chkDcs = new QCheckBox(res(1220), m_frame);
+    m_chkDcs = new QCheckBox(res(txt::DcsInvert), m_frame);
     m_chkDcs->setObjectName(QStringLiteral("ChkDCS"));
 
     auto* grid = new QGridLayout(m_frame);
@@ -125,10 +125,10 @@ FrmQTDQT::FrmQTDQT(int sideMarker, int row, const QString& sideText, QWidget* pa
     grid->addWidget(m_chkDcs, 3, 1);
     grid->setColumnStretch(1, 1);
 
-    m_cmdOk = new QPushButton(res(1102), this);
+    m_cmdOk = new QPushButton(res(txt::OkButton), this);
     m_cmdOk->setObjectName(QStringLiteral("CmdOK"));
     m_cmdOk->setDefault(true);
-    m_cmdCancel = new QPushButton(res(1103), this);
+    m_cmdCancel = new QPushButton(res(txt::CancelButton), this);
     m_cmdCancel->setObjectName(QStringLiteral("CmdCancel"));
     connect(m_cmdOk, &QPushButton::clicked, this, &FrmQTDQT::okClicked);
     connect(m_cmdCancel, &QPushButton::clicked, this, &QDialog::reject);

@@ -13,24 +13,24 @@ namespace zr310::ui {
 
 FrmWarning::FrmWarning(LinkFlags& flags, QWidget* parent) : QDialog(parent), m_flags(flags) {
     setObjectName(QStringLiteral("frmWarning"));
-    setWindowTitle(res(1121));
+    setWindowTitle(res(txt::Warning));
 
     auto* icon = new QLabel(this);
     icon->setPixmap(style()->standardIcon(QStyle::SP_MessageBoxWarning).pixmap(32, 32));
     icon->setAlignment(Qt::AlignTop);
-    auto* text = new QLabel(resDisplay(1539), this);
+    auto* text = new QLabel(resDisplay(txt::Version10Warning), this);
     text->setObjectName(QStringLiteral("LblWarning"));
     text->setWordWrap(true);
     text->setMinimumWidth(360);
 
-    m_chkNext = new QCheckBox(res(1540), this);
+    m_chkNext = new QCheckBox(res(txt::DontShowNextTime), this);
     m_chkNext->setObjectName(QStringLiteral("ChkNext"));
     m_chkNext->setChecked(m_flags.version10DontShow);
 
-    auto* cmdOk = new QPushButton(res(1102), this);
+    auto* cmdOk = new QPushButton(res(txt::OkButton), this);
     cmdOk->setObjectName(QStringLiteral("CmdOK"));
     cmdOk->setDefault(true);
-    auto* cmdCancel = new QPushButton(res(1103), this);
+    auto* cmdCancel = new QPushButton(res(txt::CancelButton), this);
     cmdCancel->setObjectName(QStringLiteral("CmdCancel"));
 
     connect(m_chkNext, &QCheckBox::toggled, this,

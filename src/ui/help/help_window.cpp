@@ -72,9 +72,9 @@ QUrl HelpWindow::pageUrl(Page page, Language language) {
 }
 
 void HelpWindow::showPage(Page page, Language language) {
-    setWindowTitle(res(1406) + QStringLiteral(" - ") + menuWord(1021));
-    findChild<QPushButton*>(QStringLiteral("CmdContents"))->setText(menuWord(1022));
-    findChild<QPushButton*>(QStringLiteral("CmdIndex"))->setText(menuWord(1023));
+    setWindowTitle(res(txt::ProgramTitle) + QStringLiteral(" - ") + menuWord(txt::MenuHelp));
+    findChild<QPushButton*>(QStringLiteral("CmdContents"))->setText(menuWord(txt::MenuHelpContent));
+    findChild<QPushButton*>(QStringLiteral("CmdIndex"))->setText(menuWord(txt::MenuHelpIndex));
     m_browser->setSource(pageUrl(page, language));
     show();
     raise();

@@ -36,10 +36,11 @@ constexpr int kBoxColumnWidth = 46; // pixels per column of check boxes
 constexpr int kMargin = 6;
 
 // The cell words that a language switch translates in place.
-constexpr std::array<int, 8> kCellWordIds{1100, 1101, 1213, 1214, 1215, 1216, 1217, 1218};
+constexpr std::array<int, 8> kCellWordIds{txt::On,     txt::Off,  txt::Low, txt::High,
+                                          txt::Narrow, txt::Wide, txt::Del, txt::Add};
 
 QString rowLabel(int n) {
-    return res(1203) + QLatin1Char(' ') + QString::number(n);
+    return res(txt::Channel) + QLatin1Char(' ') + QString::number(n);
 }
 
 } // namespace
@@ -114,15 +115,15 @@ void ChannelPanel::frameUp() {
 }
 
 void ChannelPanel::applyLanguage(Language from, Language to) {
-    setTitle(res(1200, to));
-    m_legendClose->setText(res(1201, to));
-    m_legendNoTx->setText(res(1202, to));
-    m_legendSimplex->setText(res(1212, to));
+    setTitle(res(txt::ChannelSetting, to));
+    m_legendClose->setText(res(txt::Close, to));
+    m_legendNoTx->setText(res(txt::NoTx, to));
+    m_legendSimplex->setText(res(txt::Simplex, to));
     for (int column = 0; column < kGridColumns; ++column) {
-        setCell(0, column, res(1203 + column, to));
+        setCell(0, column, res(txt::Channel + column, to));
     }
     for (int n = 1; n <= kChannelCount; ++n) {
-        setCell(n, kColLabel, res(1203, to) + QLatin1Char(' ') + QString::number(n));
+        setCell(n, kColLabel, res(txt::Channel, to) + QLatin1Char(' ') + QString::number(n));
     }
     if (from == to) {
         return;
@@ -198,18 +199,18 @@ void ChannelPanel::colourChannel(int n, const ChannelTexts& texts, bool narrowBa
     colourCell(n, kColRxTone, normal);
     colourCell(n, kColTxFreq, texts.noTx ? grey : normal);
     colourCell(n, kColTxTone, texts.noTx ? grey : normal);
-    colourCell(n, kColScan, is(texts.scan, 1218) ? green : darkRed);
+    colourCell(n, kColScan, is(texts.scan, txt::Add) ? green : darkRed);
     if (texts.noTx) {
         colourCell(n, kColBusyLock, grey);
         colourCell(n, kColPower, grey);
     } else {
-        colourCell(n, kColBusyLock, is(texts.busyLock, 1101) ? darkRed : green);
-        colourCell(n, kColPower, is(texts.power, 1214) ? green : darkRed);
+        colourCell(n, kColBusyLock, is(texts.busyLock, txt::Off) ? darkRed : green);
+        colourCell(n, kColPower, is(texts.power, txt::High) ? green : darkRed);
     }
     if (narrowBandRadio) {
         colourCell(n, kColBandwidth, colorFromBgr(kCellMidGrey));
     } else {
-        colourCell(n, kColBandwidth, is(texts.bandwidth, 1216) ? green : darkRed);
+        colourCell(n, kColBandwidth, is(texts.bandwidth, txt::Wide) ? green : darkRed);
     }
 }
 

@@ -104,22 +104,22 @@ void ChannelPanel::toggleCell(int row, int column) {
     ChannelChange change;
     switch (column) {
     case kColScan: {
-        const bool del = word != res(1217);
+        const bool del = word != res(txt::Del);
         change = [del](RadioImage& image, int c) { ChannelRecord(image, c).setScanDeleted(del); };
         break;
     }
     case kColBusyLock: {
-        const bool on = word == res(1101);
+        const bool on = word == res(txt::Off);
         change = [on](RadioImage& image, int c) { ChannelRecord(image, c).setBusyLock(on); };
         break;
     }
     case kColPower: {
-        const bool low = word != res(1213);
+        const bool low = word != res(txt::Low);
         change = [low](RadioImage& image, int c) { ChannelRecord(image, c).setLowPower(low); };
         break;
     }
     case kColBandwidth: {
-        const bool narrow = word != res(1215);
+        const bool narrow = word != res(txt::Narrow);
         change = [narrow](RadioImage& image, int c) { ChannelRecord(image, c).setNarrow(narrow); };
         break;
     }
@@ -215,9 +215,9 @@ void ChannelPanel::editChannel(int n, const ChannelChange& change, bool receiveS
             }
         });
     } catch (const EditError& error) {
-        showMessageBox(this, QMessageBox::Warning, res(1104),
-                       res(1203) + QLatin1Char(' ') + QString::number(n) + QStringLiteral(": ") +
-                           qs(error.value()));
+        showMessageBox(this, QMessageBox::Warning, res(txt::Error),
+                       res(txt::Channel) + QLatin1Char(' ') + QString::number(n) +
+                           QStringLiteral(": ") + qs(error.value()));
     }
     renderRow(n, m_editor->image(), currentLanguage());
 }

@@ -133,7 +133,8 @@ bool MainForm::mayDiscardEdits() {
     if (!isModified()) {
         return true;
     }
-    const auto answer = showMessageBox(this, QMessageBox::Warning, res(1410), resDisplay(1123),
+    const auto answer = showMessageBox(this, QMessageBox::Warning, res(txt::ReadButton),
+                                       resDisplay(txt::SaveChangesQuestion),
                                        QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel);
     switch (answer) {
     case QMessageBox::Yes:

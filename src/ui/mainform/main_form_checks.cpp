@@ -91,8 +91,10 @@ bool MainForm::confirmWriteChecks() {
     }
     m_fraChSet->markCells(cells);
 
-    ListDialog list(this, QStringLiteral("dlgWriteChecks"), res(1146), res(1147), lines);
-    QPushButton* writeAnyway = list.buttons->addButton(res(1148), QDialogButtonBox::AcceptRole);
+    ListDialog list(this, QStringLiteral("dlgWriteChecks"), res(txt::CheckBeforeWriting),
+                    res(txt::CheckFoundProblems), lines);
+    QPushButton* writeAnyway =
+        list.buttons->addButton(res(txt::WriteAnywayButton), QDialogButtonBox::AcceptRole);
     writeAnyway->setObjectName(QStringLiteral("CmdWriteAnyway"));
     QPushButton* cancel = list.buttons->addButton(QDialogButtonBox::Cancel);
     cancel->setObjectName(QStringLiteral("CmdCancel"));
@@ -103,7 +105,7 @@ bool MainForm::confirmWriteChecks() {
 // The file is taken onto a copy of the current data as Open would take it, so
 // areas a foreign file does not hold compare equal.
 void MainForm::fileCompare() {
-    QFileDialog dialog(this, titleOf(res(1145)), initialFolder(),
+    QFileDialog dialog(this, titleOf(res(txt::MenuCompareWith)), initialFolder(),
                        fileFilter() + QStringLiteral(";;*.bin"));
     dialog.setObjectName(QStringLiteral("dlgCompare"));
     dialog.setAcceptMode(QFileDialog::AcceptOpen);
@@ -115,11 +117,11 @@ void MainForm::fileCompare() {
     RadioImage other = m_image;
     const FileResult result = openImageFile(std::filesystem::path(path.toStdU16String()), other);
     if (result.error == FileError::IncorrectFileType) {
-        showMessageBox(this, QMessageBox::Critical, res(1104), res(1124));
+        showMessageBox(this, QMessageBox::Critical, res(txt::Error), res(txt::IncorrectFileType));
         return;
     }
     if (!result.ok()) {
-        showMessageBox(this, QMessageBox::Critical, res(1104),
+        showMessageBox(this, QMessageBox::Critical, res(txt::Error),
                        QDir::toNativeSeparators(path) + QLatin1Char('\n') +
                            QString::fromStdString(result.detail));
         return;
@@ -130,9 +132,11 @@ void MainForm::fileCompare() {
         lines << qs(d.key) + QStringLiteral(": ") + shown(d.a) + QStringLiteral(" -> ") +
                      shown(d.b);
     }
-    const QString title = titleOf(res(1145)) + QStringLiteral(" - ") + QFileInfo(path).fileName();
+    const QString title =
+        titleOf(res(txt::MenuCompareWith)) + QStringLiteral(" - ") + QFileInfo(path).fileName();
     ListDialog list(this, QStringLiteral("dlgDiff"), title,
-                    lines.isEmpty() ? res(1149) : QDir::toNativeSeparators(path), lines);
+                    lines.isEmpty() ? res(txt::NoDifferences) : QDir::toNativeSeparators(path),
+                    lines);
     list.buttons->addButton(QDialogButtonBox::Close);
     list.dialog.exec();
 }

@@ -25,7 +25,7 @@ QString fileErrorText(const QString& path, const std::string& detail) {
 // The rows go onto a copy of the image in one undo step; a refused file
 // changes nothing and its box names the line.
 void MainForm::fileImportCsv() {
-    QFileDialog dialog(this, res(1136), initialFolder(), res(1135));
+    QFileDialog dialog(this, res(txt::ImportCsvCaption), initialFolder(), res(txt::CsvFileFilter));
     dialog.setObjectName(QStringLiteral("dlgCsv"));
     dialog.setAcceptMode(QFileDialog::AcceptOpen);
     dialog.setFileMode(QFileDialog::ExistingFile);
@@ -35,15 +35,16 @@ void MainForm::fileImportCsv() {
     const QString path = dialog.selectedFiles().constFirst();
     const ReadResult read = readWholeFile(toPath(path), kMaxCsvBytes);
     if (read.status != ReadStatus::Ok) {
-        showMessageBox(this, QMessageBox::Critical, res(1104), fileErrorText(path, read.detail));
+        showMessageBox(this, QMessageBox::Critical, res(txt::Error),
+                       fileErrorText(path, read.detail));
         return;
     }
     const std::string text(read.bytes.begin(), read.bytes.end());
     try {
         edit([&text](RadioImage& image) { importChannelsCsv(image, text); });
     } catch (const CsvError& error) {
-        showMessageBox(this, QMessageBox::Warning, res(1121),
-                       res(1138) + QLatin1Char('\n') + qs(error.what()));
+        showMessageBox(this, QMessageBox::Warning, res(txt::Warning),
+                       res(txt::CsvNotImported) + QLatin1Char('\n') + qs(error.what()));
         return;
     }
     ReFlashData();
@@ -54,7 +55,7 @@ void MainForm::fileExportCsv() {
     const QFileInfo current(m_fileName);
     const QString folder = current.isAbsolute() ? current.absolutePath() : initialFolder();
     const QString start = QDir(folder).filePath(current.completeBaseName() + ".csv");
-    QFileDialog dialog(this, res(1137), start, res(1135));
+    QFileDialog dialog(this, res(txt::ExportCsvCaption), start, res(txt::CsvFileFilter));
     dialog.setObjectName(QStringLiteral("dlgCsv"));
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     dialog.setFileMode(QFileDialog::AnyFile);
@@ -66,7 +67,8 @@ void MainForm::fileExportCsv() {
     const QString path = dialog.selectedFiles().constFirst();
     const WriteResult result = saveChannelsCsv(toPath(path), m_image);
     if (!result.ok) {
-        showMessageBox(this, QMessageBox::Critical, res(1104), fileErrorText(path, result.detail));
+        showMessageBox(this, QMessageBox::Critical, res(txt::Error),
+                       fileErrorText(path, result.detail));
     }
 }
 

@@ -131,13 +131,16 @@ void MainForm::pasteChannels() {
     }
     const std::vector<int> selected = toVector(m_fraChSet->selectedChannels());
     const auto warn = [this](const QString& text) {
-        showMessageBox(this, QMessageBox::Warning, res(1121), text);
+        showMessageBox(this, QMessageBox::Warning, res(txt::Warning), text);
     };
     const auto targetsFor = [&](int count) {
         auto targets = pasteTargets(count, selected);
         if (!targets && !selected.empty()) {
             const int first = selected.front();
-            warn(res(1129).arg(count).arg(first).arg(kChannelCount - first + 1));
+            warn(res(txt::PasteTooManyChannels)
+                     .arg(count)
+                     .arg(first)
+                     .arg(kChannelCount - first + 1));
         }
         return targets;
     };
@@ -162,13 +165,13 @@ void MainForm::pasteChannels() {
     constexpr qsizetype kLongestChannelText = 64 * 1024;
     const QString text = mime->text();
     if (text.size() > kLongestChannelText) {
-        warn(res(1130));
+        warn(res(txt::PasteNoChannels));
         return;
     }
     try {
         const auto rows = splitChannelRows(text.toStdString());
         if (rows.empty()) {
-            warn(res(1130));
+            warn(res(txt::PasteNoChannels));
             return;
         }
         const auto targets = targetsFor(static_cast<int>(rows.size()));
@@ -179,7 +182,7 @@ void MainForm::pasteChannels() {
         ReFlashData();
     } catch (const RowError& error) {
         if (!error.cause()) {
-            warn(res(1128).arg(error.row()));
+            warn(res(txt::PasteNotChannelRow).arg(error.row()));
             return;
         }
         const EditError& cause = *error.cause();
@@ -190,7 +193,10 @@ void MainForm::pasteChannels() {
                 column = res(channelFieldCaptionId(field));
             }
         }
-        warn(res(1127).arg(error.row()).arg(error.channel()).arg(qs(cause.value()), column));
+        warn(res(txt::PasteBadCell)
+                 .arg(error.row())
+                 .arg(error.channel())
+                 .arg(qs(cause.value()), column));
     }
 }
 

@@ -49,7 +49,7 @@ DateTime now() {
 // "Data Files (*.k720)|*.k720" as a Qt name filter: the text before the bar
 // already names the pattern.
 QString MainForm::fileFilter() const {
-    const QString filter = res(1122);
+    const QString filter = res(txt::DataFileFilter);
     const qsizetype bar = filter.indexOf(QLatin1Char('|'));
     if (bar < 0) {
         return filter;
@@ -69,7 +69,7 @@ QString MainForm::initialFolder() const {
 }
 
 void MainForm::fileOpen() {
-    QFileDialog dialog(this, res(1050), initialFolder(), fileFilter());
+    QFileDialog dialog(this, res(txt::ToolOpen), initialFolder(), fileFilter());
     dialog.setObjectName(QStringLiteral("dlgOpen"));
     dialog.setAcceptMode(QFileDialog::AcceptOpen);
     dialog.setFileMode(QFileDialog::ExistingFile);
@@ -84,12 +84,12 @@ bool MainForm::openFile(const QString& path) {
     FileExtras extras;
     const FileResult result = openImageFile(toPath(path), loaded, &extras);
     if (result.error == FileError::IncorrectFileType) {
-        showMessageBox(this, QMessageBox::Critical, res(1104), res(1124));
+        showMessageBox(this, QMessageBox::Critical, res(txt::Error), res(txt::IncorrectFileType));
         return false;
     }
     if (!result.ok()) {
         // Unreadable files: the system's reason under the title "Error".
-        showMessageBox(this, QMessageBox::Critical, res(1104),
+        showMessageBox(this, QMessageBox::Critical, res(txt::Error),
                        QDir::toNativeSeparators(path) + QLatin1Char('\n') +
                            QString::fromStdString(result.detail));
         return false;
@@ -148,7 +148,7 @@ bool MainForm::fileSaveAs() {
     const QFileInfo current(m_fileName);
     const QString folder = current.isAbsolute() ? current.absolutePath() : initialFolder();
     const QString start = QDir(folder).filePath(current.fileName());
-    QFileDialog dialog(this, res(1126), start, fileFilter());
+    QFileDialog dialog(this, res(txt::SaveFileName), start, fileFilter());
     dialog.setObjectName(QStringLiteral("dlgSave"));
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     dialog.setFileMode(QFileDialog::AnyFile);
@@ -163,7 +163,7 @@ bool MainForm::fileSaveAs() {
 bool MainForm::saveFile(const QString& path) {
     const FileResult result = saveImageFile(toPath(path), m_image, now(), m_fileExtras);
     if (!result.ok()) {
-        showMessageBox(this, QMessageBox::Critical, res(1104),
+        showMessageBox(this, QMessageBox::Critical, res(txt::Error),
                        QDir::toNativeSeparators(path) + QLatin1Char('\n') +
                            QString::fromStdString(result.detail));
         return false;

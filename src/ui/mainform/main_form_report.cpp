@@ -18,13 +18,14 @@ namespace zr310::ui {
 void MainForm::filePrint() {
     const QPrinterInfo printerInfo = QPrinterInfo::defaultPrinter();
     if (printerInfo.isNull()) {
-        showMessageBox(this, QMessageBox::Information, res(1052), res(1131));
+        showMessageBox(this, QMessageBox::Information, res(txt::ToolPrint),
+                       res(txt::NoDefaultPrinter));
         return;
     }
     QPrinter printer(printerInfo, QPrinter::HighResolution);
     if (!printReport(printer, image(), currentLanguage(), QDateTime::currentDateTime())) {
-        showMessageBox(this, QMessageBox::Critical, res(1104),
-                       res(1134) + QLatin1Char('\n') + printerInfo.printerName());
+        showMessageBox(this, QMessageBox::Critical, res(txt::Error),
+                       res(txt::ReportNotPrinted) + QLatin1Char('\n') + printerInfo.printerName());
     }
 }
 
@@ -43,7 +44,7 @@ void MainForm::fileExportPdf() {
     const QFileInfo current(m_fileName);
     const QString folder = current.isAbsolute() ? current.absolutePath() : initialFolder();
     const QString start = QDir(folder).filePath(current.completeBaseName() + ".pdf");
-    QFileDialog dialog(this, res(1133), start, res(1132));
+    QFileDialog dialog(this, res(txt::ExportPdfCaption), start, res(txt::PdfFileFilter));
     dialog.setObjectName(QStringLiteral("dlgPdf"));
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     dialog.setFileMode(QFileDialog::AnyFile);
@@ -56,7 +57,7 @@ void MainForm::fileExportPdf() {
     const WriteResult result = writeReportPdf(std::filesystem::path(path.toStdU16String()), image(),
                                               currentLanguage(), QDateTime::currentDateTime());
     if (!result.ok) {
-        showMessageBox(this, QMessageBox::Critical, res(1104),
+        showMessageBox(this, QMessageBox::Critical, res(txt::Error),
                        QDir::toNativeSeparators(path) + QLatin1Char('\n') +
                            QString::fromStdString(result.detail));
     }

@@ -166,12 +166,12 @@ void MainForm::createToolbar() {
         QAction* same;
     };
     const std::array<Button, 6> buttons{{
-        {1, 1050, ToolbarIcon::Open, m.menuFileopen},
-        {2, 1051, ToolbarIcon::Save, m.menuFilesave},
-        {4, 1052, ToolbarIcon::Print, m.menuFilePrint},
-        {6, 1053, ToolbarIcon::Read, m.menuProgRead},
-        {7, 1054, ToolbarIcon::Write, m.menuProgWrite},
-        {9, 1055, ToolbarIcon::Port, m.menuSetup_Port},
+        {1, txt::ToolOpen, ToolbarIcon::Open, m.menuFileopen},
+        {2, txt::ToolSave, ToolbarIcon::Save, m.menuFilesave},
+        {4, txt::ToolPrint, ToolbarIcon::Print, m.menuFilePrint},
+        {6, txt::ToolRead, ToolbarIcon::Read, m.menuProgRead},
+        {7, txt::ToolWrite, ToolbarIcon::Write, m.menuProgWrite},
+        {9, txt::ToolSelectPort, ToolbarIcon::Port, m.menuSetup_Port},
     }};
     std::size_t k = 0;
     for (const Button& button : buttons) {
@@ -200,28 +200,47 @@ void MainForm::ApplyLanguage() {
     m_shownLanguage = language;
     Menus& m = *m_menus;
 
-    setWindowTitle(res(1406));
+    setWindowTitle(res(txt::ProgramTitle));
     const std::pair<QMenu*, int> menuCaptions[] = {
-        {m.menufile, 1000}, {m.MenuEdit, 1006},      {m.MenuProgram, 1009}, {m.menuSetup, 1013},
-        {m.mnuSetup, 1016}, {m.mnuSetup_Lang, 1018}, {m.menuhelp, 1021}};
+        {m.menufile, txt::MenuFile},       {m.MenuEdit, txt::MenuEdit},
+        {m.MenuProgram, txt::MenuProgram}, {m.menuSetup, txt::MenuOptionWindow},
+        {m.mnuSetup, txt::MenuSetup},      {m.mnuSetup_Lang, txt::MenuLanguage},
+        {m.menuhelp, txt::MenuHelp}};
     for (const auto& [menu, id] : menuCaptions) {
         menu->setTitle(res(id));
     }
     const std::pair<QAction*, int> itemCaptions[] = {
-        {m.menuFileopen, 1001},        {m.menuFilesave, 1002},         {m.menuFilesaveas, 1003},
-        {m.menuFilePrint, 1004},       {m.menuFilePrintPreview, 1027}, {m.menuFileExportPdf, 1028},
-        {m.menuFileImportCsv, 1029},   {m.menuFileExportCsv, 1030},    {m.menuFileBackups, 1139},
-        {m.menuFileCompare, 1145},     {m.menuFileExit, 1005},         {m.MenuEditCopy, 1007},
-        {m.menuEditPaste, 1008},       {m.MenuEditUndo, 1025},         {m.MenuEditRedo, 1026},
-        {m.menuProgRead, 1010},        {m.menuProgWrite, 1011},        {m.MenuProgTest, 1012},
-        {m.MenuCHfrm, 1014},           {m.MenuRadioInfo, 1015},        {m.menuSetup_Port, 1017},
-        {m.mnuSetup_LangSet[0], 1019}, {m.mnuSetup_LangSet[1], 1020},  {m.menuhelptext, 1022},
-        {m.menuHelpID, 1023},          {m.menuhelpAbout, 1024}};
+        {m.menuFileopen, txt::MenuOpen},
+        {m.menuFilesave, txt::MenuSave},
+        {m.menuFilesaveas, txt::MenuSaveAs},
+        {m.menuFilePrint, txt::MenuPrint},
+        {m.menuFilePrintPreview, txt::MenuPrintPreview},
+        {m.menuFileExportPdf, txt::MenuExportPdf},
+        {m.menuFileImportCsv, txt::MenuImportCsv},
+        {m.menuFileExportCsv, txt::MenuExportCsv},
+        {m.menuFileBackups, txt::MenuBackupFolder},
+        {m.menuFileCompare, txt::MenuCompareWith},
+        {m.menuFileExit, txt::MenuExit},
+        {m.MenuEditCopy, txt::MenuCopy},
+        {m.menuEditPaste, txt::MenuPaste},
+        {m.MenuEditUndo, txt::MenuUndo},
+        {m.MenuEditRedo, txt::MenuRedo},
+        {m.menuProgRead, txt::MenuRead},
+        {m.menuProgWrite, txt::MenuWrite},
+        {m.MenuProgTest, txt::MenuTestMode},
+        {m.MenuCHfrm, txt::MenuChannelWindow},
+        {m.MenuRadioInfo, txt::MenuRadioInformation},
+        {m.menuSetup_Port, txt::MenuCommunicationPort},
+        {m.mnuSetup_LangSet[0], txt::MenuEnglish},
+        {m.mnuSetup_LangSet[1], txt::MenuChinese},
+        {m.menuhelptext, txt::MenuHelpContent},
+        {m.menuHelpID, txt::MenuHelpIndex},
+        {m.menuhelpAbout, txt::MenuAbout}};
     for (const auto& [action, id] : itemCaptions) {
         action->setText(res(id));
     }
-    m.menuProgVerify->setText(res(1152));
-    m.menuSetupTrace->setText(res(1153));
+    m.menuProgVerify->setText(res(txt::MenuVerifyAfterWrite));
+    m.menuSetupTrace->setText(res(txt::MenuSerialTrace));
     for (const Menus::ToolButton& button : m.toolButtons) {
         button.action->setToolTip(res(button.toolTipId));
         button.action->setText(res(button.toolTipId));
@@ -230,7 +249,7 @@ void MainForm::ApplyLanguage() {
     m_fraModel->applyLanguage(language);
     m_fraFunction->applyLanguage(m_image, language);
     m_fraChSet->applyLanguage(before, language);
-    m_statusPanel->setText(res(1406));
+    m_statusPanel->setText(res(txt::ProgramTitle));
     m_tuning->applyLanguage(language);
     placePanels();
 }
@@ -270,7 +289,7 @@ void MainForm::installQtTranslation() {
 void MainForm::channelWindow() {
     m_menus->MenuCHfrm->setChecked(true);
     m_menus->MenuProgTest->setChecked(false);
-    setWindowTitle(res(1406));
+    setWindowTitle(res(txt::ProgramTitle));
     if (m_normalMode) {
         return;
     }

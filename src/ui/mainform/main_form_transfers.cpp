@@ -27,10 +27,6 @@ namespace zr310::ui {
 
 namespace {
 
-constexpr int kMsgBackupFailed = 1142; // "The backup of the data read could not be saved:"
-constexpr int kMsgReadPutBack = 1143;  // "The data you had before the read has been put back."
-constexpr int kMsgBackupFolderFailed = 1144; // "The backup folder cannot be opened:"
-
 QString folderText(const std::filesystem::path& path) {
     return QDir::toNativeSeparators(QString::fromStdU16String(path.u16string()));
 }
@@ -63,7 +59,7 @@ TransferResult MainForm::runTransfer(TransferKind kind, RadioImage* sent) {
         if (kind == TransferKind::Read || cancelled) {
             m_image = before;
         }
-        return kind == TransferKind::Read && !cancelled ? res(kMsgReadPutBack) : QString();
+        return kind == TransferKind::Read && !cancelled ? res(txt::ReadPutBack) : QString();
     });
     dialog.exec();
     if (sent != nullptr) {
@@ -72,7 +68,7 @@ TransferResult MainForm::runTransfer(TransferKind kind, RadioImage* sent) {
     const TransferResult result = dialog.result();
     if (result.outcome == TransferOutcome::NoResponse) {
         showMessageBox(
-            this, QMessageBox::Warning, res(kMsgCommunicationError),
+            this, QMessageBox::Warning, res(txt::CommunicationError),
             displayText(unreachableText(m_portName, result.portProblem, currentLanguage())));
     }
     return result;
@@ -89,18 +85,19 @@ void MainForm::progRead() {
     // reported after the completion box; the read itself is done.
     const BackupResult backup = saveReadBackup(m_image);
     if (m_linkFlags.radioIsVersion10) {
-        showMessageBox(this, QMessageBox::NoIcon, res(1520), resDisplay(kMsgReadVersion10));
+        showMessageBox(this, QMessageBox::NoIcon, res(txt::Read), resDisplay(txt::ReadVersion10));
     }
-    showMessageBox(this, QMessageBox::NoIcon, res(1528), resDisplay(kMsgReadCompleted));
+    showMessageBox(this, QMessageBox::NoIcon, res(txt::ReadFinished),
+                   resDisplay(txt::ReadCompleted));
     if (!backup.ok()) {
-        showMessageBox(this, QMessageBox::Warning, res(1121),
-                       res(kMsgBackupFailed) + QLatin1Char('\n') + qs(backup.error));
+        showMessageBox(this, QMessageBox::Warning, res(txt::Warning),
+                       res(txt::BackupFailed) + QLatin1Char('\n') + qs(backup.error));
     }
     leaveTuningPanels();
     ReFlashData();
     takeReferenceCopy();
     startFreshHistory();
-    setWindowTitle(res(1406) + QStringLiteral(" - ") + res(1528));
+    setWindowTitle(res(txt::ProgramTitle) + QStringLiteral(" - ") + res(txt::ReadFinished));
     m_fraChSet->focusFirstCell();
 }
 
@@ -121,14 +118,14 @@ void MainForm::openBackupFolder() {
             QUrl::fromLocalFile(QString::fromStdU16String(folder.u16string())))) {
         return;
     }
-    QString text = res(kMsgBackupFolderFailed);
+    QString text = res(txt::BackupFolderFailed);
     if (!folder.empty()) {
         text += QLatin1Char('\n') + folderText(folder);
     }
     if (!why.empty()) {
         text += QLatin1Char('\n') + qs(why);
     }
-    showMessageBox(this, QMessageBox::Critical, res(1104), text);
+    showMessageBox(this, QMessageBox::Critical, res(txt::Error), text);
 }
 
 void MainForm::progWrite() {
@@ -145,7 +142,8 @@ void MainForm::progWrite() {
     if (m_menus->menuProgVerify->isChecked() && !verifyWrite(sent)) {
         return;
     }
-    showMessageBox(this, QMessageBox::NoIcon, res(1529), resDisplay(kMsgWriteCompleted));
+    showMessageBox(this, QMessageBox::NoIcon, res(txt::WriteFinished),
+                   resDisplay(txt::WriteCompleted));
 }
 
 void MainForm::progTest() {

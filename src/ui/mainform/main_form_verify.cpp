@@ -13,12 +13,7 @@
 
 namespace zr310::ui {
 
-namespace {
-
-constexpr int kMsgTraceRefused = 1154;
-constexpr int kTraceCaption = 1153;
-
-} // namespace
+namespace {} // namespace
 
 // Reads the radio back into an image of its own and compares the blocks the
 // write sent. A difference, or a read that did not complete, is reported here.
@@ -28,17 +23,17 @@ bool MainForm::verifyWrite(const RadioImage& sent) {
     dialog.exec();
     const TransferResult result = dialog.result();
     if (result.outcome != TransferOutcome::Completed) {
-        QString text = resDisplay(kMsgVerifyNotRead);
+        QString text = resDisplay(txt::VerifyNotRead);
         if (result.portProblem) {
             text += QLatin1Char('\n') +
                     displayText(unreachableText(m_portName, result.portProblem, currentLanguage()));
         }
-        showMessageBox(this, QMessageBox::Warning, res(kMsgError), text);
+        showMessageBox(this, QMessageBox::Warning, res(txt::Error), text);
         return false;
     }
     const WriteCheck check = checkWrittenBlocks(sent, readBack);
     if (!check.passed()) {
-        showMessageBox(this, QMessageBox::Warning, res(kMsgError),
+        showMessageBox(this, QMessageBox::Warning, res(txt::Error),
                        verifyFailedText(check, currentLanguage()));
     }
     return check.passed();
@@ -51,7 +46,7 @@ void MainForm::toggleSerialTrace(bool on) {
     if (!on) {
         return;
     }
-    QFileDialog dialog(this, res(kTraceCaption).remove(QLatin1Char('&')), initialFolder());
+    QFileDialog dialog(this, res(txt::MenuSerialTrace).remove(QLatin1Char('&')), initialFolder());
     dialog.setObjectName(QStringLiteral("dlgTrace"));
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     dialog.setFileMode(QFileDialog::AnyFile);
@@ -62,8 +57,8 @@ void MainForm::toggleSerialTrace(bool on) {
     const QString path = dialog.selectedFiles().constFirst();
     auto trace = std::make_shared<SerialTrace>(path);
     if (!trace->isOpen()) {
-        showMessageBox(this, QMessageBox::Critical, res(kMsgError),
-                       res(kMsgTraceRefused) + QLatin1Char('\n') + QDir::toNativeSeparators(path) +
+        showMessageBox(this, QMessageBox::Critical, res(txt::Error),
+                       res(txt::TraceRefused) + QLatin1Char('\n') + QDir::toNativeSeparators(path) +
                            QLatin1Char('\n') + trace->errorString());
         item->setChecked(false);
         return;

@@ -48,9 +48,9 @@ ModelPanel::ModelPanel(QWidget* parent) : QGroupBox(parent) {
 }
 
 void ModelPanel::applyLanguage(Language language) {
-    setTitle(res(1300, language));
-    m_lblType->setText(res(1301, language) + QLatin1Char(':'));
-    m_lblBand->setText(res(1302, language) + QLatin1Char(':'));
+    setTitle(res(txt::ModelInformation, language));
+    m_lblType->setText(res(txt::ModelType, language) + QLatin1Char(':'));
+    m_lblBand->setText(res(txt::FrequencyBand, language) + QLatin1Char(':'));
 }
 
 void ModelPanel::refresh(const RadioImage& image) {

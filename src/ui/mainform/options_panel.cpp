@@ -27,22 +27,22 @@ struct ListPlace {
 // Timers; beep, squelch, manual, battery; band width and scanning; scan
 // recovery and the Moni key.
 constexpr std::array<ListPlace, 16> kPlaces{{
-    {OptionId::CboTXLimit, 1304, 0, 0},
-    {OptionId::CboPreAlert, 1305, 1, 0},
-    {OptionId::CboTOTAgain, 1306, 2, 0},
-    {OptionId::CboTOTReset, 1307, 3, 0},
-    {OptionId::CboRing, 1308, 0, 1},
-    {OptionId::CboSQ, 1309, 1, 1},
-    {OptionId::CboHandModel, 1310, 2, 1},
-    {OptionId::CboBatFunction, 1311, 3, 1},
-    {OptionId::CboBandSel, 1211, 0, 2},
-    {OptionId::CboScan, 1312, 1, 2},
-    {OptionId::CboPriorityCH, 1313, 2, 2},
-    {OptionId::CboBakScan, 1314, 3, 2},
-    {OptionId::CboBakCH, 1315, 0, 3},
-    {OptionId::CboScanHold, 1316, 1, 3},
-    {OptionId::CboMoni, 1317, 2, 3},
-    {OptionId::CboPowSel, 1318, 3, 3},
+    {OptionId::CboTXLimit, txt::TimeOutTimer, 0, 0},
+    {OptionId::CboPreAlert, txt::TotPreAlert, 1, 0},
+    {OptionId::CboTOTAgain, txt::TotRekeyTime, 2, 0},
+    {OptionId::CboTOTReset, txt::TotResetTime, 3, 0},
+    {OptionId::CboRing, txt::Beep, 0, 1},
+    {OptionId::CboSQ, txt::SquelchLevel, 1, 1},
+    {OptionId::CboHandModel, txt::HandModel, 2, 1},
+    {OptionId::CboBatFunction, txt::BatterySave, 3, 1},
+    {OptionId::CboBandSel, txt::WideNarrow, 0, 2},
+    {OptionId::CboScan, txt::ScanMode, 1, 2},
+    {OptionId::CboPriorityCH, txt::PriorityChannel, 2, 2},
+    {OptionId::CboBakScan, txt::LookBackPeriod, 3, 2},
+    {OptionId::CboBakCH, txt::RevertChannel, 0, 3},
+    {OptionId::CboScanHold, txt::ScanDelay, 1, 3},
+    {OptionId::CboMoni, txt::Monitor, 2, 3},
+    {OptionId::CboPowSel, txt::PowerSelect, 3, 3},
 }};
 
 constexpr std::size_t indexOf(OptionId id) {
@@ -88,7 +88,7 @@ OptionsPanel::OptionsPanel(QWidget* parent) : QGroupBox(parent) {
 }
 
 void OptionsPanel::applyLanguage(const RadioImage& image, Language language) {
-    setTitle(res(1303, language));
+    setTitle(res(txt::OptionalFeatures, language));
     for (const ListPlace& place : kPlaces) {
         m_labels[indexOf(place.id)]->setText(res(place.labelId, language));
         fill(place.id, image, language, list(place.id)->currentIndex());

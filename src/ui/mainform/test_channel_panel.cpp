@@ -38,7 +38,8 @@ constexpr int kTestRows = 1 + kTestChannelCount;
 constexpr std::array<std::string_view, kTestColumns> kFrameUpHeaders{
     "信道",          "接收频率(MHz)", "步进值(KHz)", "接收CTC/DCS",
     "发射频率(MHz)", "步进值(KHz)",   "发射CTC/DCS"};
-constexpr std::array<int, kTestColumns> kHeaderIds{1203, 1204, 1225, 1205, 1206, 1225, 1207};
+constexpr std::array<int, kTestColumns> kHeaderIds{
+    txt::Channel, txt::RxFreq, txt::Step, txt::RxTone, txt::TxFreq, txt::Step, txt::TxTone};
 // Fractions of the grid width per column, in hundredths, so that a row
 // label ("信道 11"), a frequency and a "CTC 254.1" fit their cells.
 constexpr std::array<int, kTestColumns> kColumnPercent{14, 17, 10, 16, 17, 10, 16};
@@ -51,7 +52,7 @@ constexpr int kMargin = 6;
 constexpr std::uint32_t kAdjustedRow = 0x0000FF;
 
 QString rowLabel(int t, Language language) {
-    return res(1203, language) + QLatin1Char(' ') + QString::number(t);
+    return res(txt::Channel, language) + QLatin1Char(' ') + QString::number(t);
 }
 
 template <typename T> T* named(T* widget, const QString& name) {
@@ -161,13 +162,13 @@ void TestChannelPanel::frameUp() {
 }
 
 void TestChannelPanel::applyLanguage(Language language) {
-    setTitle(res(1508, language));
-    m_lblTestCh->setText(res(1508, language));
-    m_lblClose->setText(res(1201, language));
-    m_lblForbidTx->setText(res(1202, language));
-    m_lblTestType->setText(res(1301, language) + QLatin1Char(':'));
-    m_lblTestBand->setText(res(1302, language) + QLatin1Char(':'));
-    m_cmdWriteTFreq->setText(res(1510, language));
+    setTitle(res(txt::AdjustChannel, language));
+    m_lblTestCh->setText(res(txt::AdjustChannel, language));
+    m_lblClose->setText(res(txt::Close, language));
+    m_lblForbidTx->setText(res(txt::NoTx, language));
+    m_lblTestType->setText(res(txt::ModelType, language) + QLatin1Char(':'));
+    m_lblTestBand->setText(res(txt::FrequencyBand, language) + QLatin1Char(':'));
+    m_cmdWriteTFreq->setText(res(txt::WriteTestFrequencyButton, language));
     for (int column = 0; column < kTestColumns; ++column) {
         m_grid->item(0, column)->setText(res(kHeaderIds[toIndex(column)], language));
     }
@@ -288,7 +289,7 @@ void TestChannelPanel::editRecord(int t, const RecordChange& change) {
     try {
         m_editor->edit([&](RadioImage& image) { change(image, testChannelColumn(t)); });
     } catch (const EditError& error) {
-        showMessageBox(this, QMessageBox::Warning, res(1104), qs(error.value()));
+        showMessageBox(this, QMessageBox::Warning, res(txt::Error), qs(error.value()));
     }
     renderRow(t, m_editor->image(), currentLanguage());
 }

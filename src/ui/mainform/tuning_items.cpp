@@ -32,25 +32,21 @@ int itemIndexOfCode(std::uint8_t code) {
 
 } // namespace
 
-// Nodes are told apart by their captions in the current language.
+// Nodes are told apart by their item data, whatever the language.
 void TuningPanels::nodeClicked(QTreeWidgetItem* node) {
-    const QString caption = node->text(0);
-    if (caption == res(1500)) {
+    const int what = node->data(0, Qt::UserRole).toInt();
+    if (what == kNodeAdjustFrequency) {
         showItemFrame(false);
         m_tuneItemCode = m_lastTuneItemCode;
         m_tuneItemActive = false;
         send(static_cast<int>(TuneCommand::Cancel));
-    } else if (caption == res(1507)) {
+    } else if (what == kNodeExit) {
         m_tuneItemCode = kLeaveTuningItemCode;
         m_tuneItemActive = false;
         m_fraTune->hide();
         emit leaveRequested();
-    } else {
-        for (int k = 0; k < 5; ++k) {
-            if (caption == res(1502 + k)) {
-                chooseItem(k);
-            }
-        }
+    } else if (what >= 0 && what < static_cast<int>(kTuningItems.size())) {
+        chooseItem(what);
     }
     m_lastTuneItemCode = m_tuneItemCode;
 }
@@ -63,7 +59,7 @@ void TuningPanels::chooseItem(int index) {
     const TuneCommand command = m_tuneItemActive ? TuneCommand::Cancel : TuneCommand::Enter;
     showItemFrame(true);
     m_fraTune->setTitle(m_nodeItems[index]->text(0));
-    m_fraTuneCh->setTitle(res(1508));
+    m_fraTuneCh->setTitle(res(txt::AdjustChannel));
     showAdjustedChannel();
     send(static_cast<int>(command));
 }
@@ -154,17 +150,19 @@ void TuningPanels::exchangeFinished(int frameCommand, int result, int value) {
             break; // the channel view is back already; a silent radio is left as it is
         }
         if (const PortProblem problem = m_session ? m_session->portProblem() : PortProblem{}) {
-            showMessageBox(m_tree, QMessageBox::Warning, res(1533),
+            showMessageBox(m_tree, QMessageBox::Warning, res(txt::CommunicationError),
                            displayText(unreachableText(m_portName, problem, currentLanguage())));
         } else {
-            showMessageBox(m_tree, QMessageBox::Warning, res(1533), resDisplay(1536));
+            showMessageBox(m_tree, QMessageBox::Warning, res(txt::CommunicationError),
+                           resDisplay(txt::TuningInterrupted));
         }
         break;
     case Result::Refused:
         if (command == TuneCommand::Leave) {
             break;
         }
-        showMessageBox(m_tree, QMessageBox::Warning, res(1533), resDisplay(1532));
+        showMessageBox(m_tree, QMessageBox::Warning, res(txt::CommunicationError),
+                       resDisplay(txt::TuningError));
         break;
     default:
         break;

@@ -30,15 +30,15 @@ TuningPanels::TuningPanels(QWidget* frame1) : QObject(frame1) {
     m_tree = named(new QTreeWidget(frame1), "TreeViewTune");
     m_tree->setHeaderHidden(true);
     m_nodeT = new QTreeWidgetItem(m_tree);
-    m_nodeT->setData(0, Qt::UserRole, QStringLiteral("T"));
+    m_nodeT->setData(0, Qt::UserRole, kNodeAdjustFrequency);
     m_nodeS = new QTreeWidgetItem(m_nodeT);
-    m_nodeS->setData(0, Qt::UserRole, QStringLiteral("S"));
+    m_nodeS->setData(0, Qt::UserRole, kNodeAllItems);
     for (int k = 0; k < 5; ++k) {
         m_nodeItems[k] = new QTreeWidgetItem(m_nodeS);
-        m_nodeItems[k]->setData(0, Qt::UserRole, QStringLiteral("S%1").arg(k + 1));
+        m_nodeItems[k]->setData(0, Qt::UserRole, k);
     }
     m_nodeQ = new QTreeWidgetItem(m_nodeS);
-    m_nodeQ->setData(0, Qt::UserRole, QStringLiteral("Q"));
+    m_nodeQ->setData(0, Qt::UserRole, kNodeExit);
     m_nodeT->setExpanded(true);
     m_nodeS->setExpanded(true);
 
@@ -117,20 +117,20 @@ void TuningPanels::commitEdits() {
 
 void TuningPanels::applyLanguage(Language language) {
     const auto text = [language](int id) { return res(id, language); };
-    m_nodeT->setText(0, text(1500));
-    m_nodeS->setText(0, text(1501));
+    m_nodeT->setText(0, text(txt::TuningAdjustFrequency));
+    m_nodeS->setText(0, text(txt::TuningAllItems));
     for (int k = 0; k < 5; ++k) {
-        m_nodeItems[k]->setText(0, text(1502 + k));
+        m_nodeItems[k]->setText(0, text(txt::TuningLowBattery + k));
     }
-    m_nodeQ->setText(0, text(1507));
+    m_nodeQ->setText(0, text(txt::TuningExit));
 
-    m_fraTuneCh->setTitle(text(1508));
-    const int labelIds[] = {1204, 1205, 1206, 1207, 1509};
+    m_fraTuneCh->setTitle(text(txt::AdjustChannel));
+    const int labelIds[] = {txt::RxFreq, txt::RxTone, txt::TxFreq, txt::TxTone, txt::TuningValue};
     for (int k = 0; k < 5; ++k) {
         m_tuneLabels[k]->setText(text(labelIds[k]) + QLatin1Char(':'));
     }
-    m_cmdTuneOk->setText(text(1102));
-    m_cmdTuneCancel->setText(text(1103));
+    m_cmdTuneOk->setText(text(txt::OkButton));
+    m_cmdTuneCancel->setText(text(txt::CancelButton));
     m_testChannels->applyLanguage(language);
 }
 

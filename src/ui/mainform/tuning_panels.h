@@ -81,6 +81,10 @@ signals:
     void writeTestFrequencyRequested();
 
 private:
+    // What a node of the tree is, kept as its item data (Qt::UserRole): one
+    // of these, or for a tuning item its index in kTuningItems (0..4).
+    enum TuneNode : int { kNodeAdjustFrequency = -1, kNodeAllItems = -2, kNodeExit = -3 };
+
     // Tuning items (tuning_items.cpp).
     void nodeClicked(QTreeWidgetItem* node);
     void chooseItem(int index);
