@@ -10,6 +10,7 @@
 #include "show_command.h"
 #include "transfer_commands.h"
 #include "tune_command.h"
+#include "version.h"
 
 #include <algorithm>
 #include <functional>
@@ -24,6 +25,7 @@ namespace {
 using Command = std::function<int(std::vector<std::string>, std::ostream&, std::ostream&)>;
 
 const char kUsage[] = R"(usage: zr310-cli COMMAND [ARGS]
+       zr310-cli --version
 
 Commands:
   new OUT [--force]                       write a new data file holding the start image
@@ -149,6 +151,10 @@ const std::map<std::string, Command>& commands() {
 
 int main(int argc, char** argv) {
     std::vector<std::string> args(argv + 1, argv + argc);
+    if (args.size() == 1 && args[0] == "--version") {
+        std::cout << "zr310-cli " << zr310::kProgramVersion << '\n';
+        return 0;
+    }
     if (args.empty() || args[0] == "--help" || args[0] == "-h" || args[0] == "help") {
         std::cout << kUsage;
         return args.empty() ? zr310::kExitUsage : zr310::kExitOk;

@@ -37,6 +37,18 @@ private slots:
         }
     }
 
+    // zr310-cli says the same version as zr310 (one number, from the build).
+    void commandLineVersion() {
+        const ProgramRun run = runProgram(ZR310_CLI_EXE, {"--version"}, QDir::tempPath());
+        QCOMPARE(run.status, kExitOk);
+        QVERIFY2(QRegularExpression("^zr310-cli \\d+\\.\\d+\n$").match(run.out).hasMatch(),
+                 qPrintable(run.out));
+#ifdef ZR310_GUI_EXE
+        const ProgramRun gui = runProgram(ZR310_GUI_EXE, {"--version"}, QDir::tempPath());
+        QCOMPARE(gui.out.section(' ', 1).trimmed(), run.out.section(' ', 1).trimmed());
+#endif
+    }
+
     // Answered before the window system is needed.
     void windowProgramWithoutDisplay() {
 #ifdef ZR310_GUI_EXE
