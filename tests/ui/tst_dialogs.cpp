@@ -112,23 +112,23 @@ private slots:
             QTRY_VERIFY_WITH_TIMEOUT(find->isEnabled(), 60'000);
 
             QVERIFY(child<QRadioButton>(&dialog, checked)->isChecked());
-            QString label = said == 1163 ? QString() : text(said);
+            QString label = said == txt::NoRadioFound ? QString() : text(said);
             QStringList names;
             for (int i : answered) {
                 names << ports[i];
             }
-            if (said == 1164) {
+            if (said == txt::RadioFound) {
                 label = label.arg(names.first());
-            } else if (said == 1165) {
+            } else if (said == txt::RadiosFound) {
                 label = label.arg(names.join(", "), names.first());
             }
             QCOMPARE(child<QLabel>(&dialog, "LblFindRadio")->text(), label);
             const QStringList box{seen("msgBox", txt::FindRadio, text(txt::NoRadioFound))};
-            QCOMPARE(answers.log(), said == 1163 ? box : QStringList());
+            QCOMPARE(answers.log(), said == txt::NoRadioFound ? box : QStringList());
         };
-        row({"silent", "current"}, "OptPortSystem_1", 1164, {1});
-        row({"v10", "silent", "current"}, "OptPortSystem_0", 1165, {0, 2});
-        row({"silent"}, "OptPort_0", 1163, {});
+        row({"silent", "current"}, "OptPortSystem_1", txt::RadioFound, {1});
+        row({"v10", "silent", "current"}, "OptPortSystem_0", txt::RadiosFound, {0, 2});
+        row({"silent"}, "OptPort_0", txt::NoRadioFound, {});
     }
 
     void aboutBox() {

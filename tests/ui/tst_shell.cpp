@@ -30,8 +30,8 @@ void checkCaptions(QWidget* window, Language language) {
     QCOMPARE(child<QLabel>(window, "LblCboPowSel")->text(), t(1318));
     QCOMPARE(child<QGroupBox>(window, "FraCHSet")->title(), t(1200));
     QCOMPARE(cell(window, 0, 1)->text(), t(1204));
-    QCOMPARE(child<QGroupBox>(window, "FraTestCH")->title(), t(1508));
-    QCOMPARE(child<QComboBox>(window, "CboTXLimit")->itemText(0), t(1101));
+    QCOMPARE(child<QGroupBox>(window, "FraTestCH")->title(), t(txt::AdjustChannel));
+    QCOMPARE(child<QComboBox>(window, "CboTXLimit")->itemText(0), t(txt::Off));
 }
 
 } // namespace

@@ -154,8 +154,8 @@ private slots:
             QVERIFY(!window->isModified());
             QCOMPARE(newBackups(before), QStringList());
         };
-        row("silent", 1533, 0);
-        row("drop:5", 1104, 1534);
+        row("silent", txt::CommunicationError, 0);
+        row("drop:5", txt::Error, txt::ReadInterrupted);
     }
 
     // A port that cannot be opened says why, in place of "no response". The
@@ -257,8 +257,8 @@ private slots:
             QCOMPARE(answers.log().last(),
                      seen("msgBox", txt::ReadFinished, text(txt::ReadCompleted)));
         };
-        row("menuProgRead", true, 1520, 1182);
-        row("menuProgWrite", false, 1521, 1183);
+        row("menuProgRead", true, txt::Read, txt::ReadCancelled);
+        row("menuProgWrite", false, txt::Write, txt::WriteCancelled);
     }
 
     // With Verify After Write ticked the radio is read back after the write
