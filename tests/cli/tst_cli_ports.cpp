@@ -38,9 +38,13 @@ class TestCliPorts : public QObject {
     std::vector<std::unique_ptr<SimulatedRadio>> m_radios;
     QSerialPort m_holder; // holds the "busy" radio's port, as another program would
 
-    // A radio served on a pseudo-terminal; its device.
+    // A radio served on a pseudo-terminal; its device. Strict, it hears the
+    // second probe's wake-up only if the first ended its session; one whose
+    // identification is cut short is left mid-session, so it forgives.
     QString startRadio(bool version10, const char* fault) {
-        EmulatedRadioOptions options{version10, *RadioFault::parse(fault)};
+        EmulatedRadioOptions options{.version10 = version10,
+                                     .fault = *RadioFault::parse(fault),
+                                     .strict = std::string_view(fault) != "short-ident"};
         m_radios.push_back(
             std::make_unique<SimulatedRadio>(memoryOf(int(m_radios.size())), options));
         std::string error;

@@ -211,8 +211,6 @@ private slots:
         row("", "", kExitOk, "Writing completed\n"); // the paced line
         row(fast + "--version10", "", kExitDeclined, "Give --yes to write it anyway.");
         row(fast + "--version10", "--verify --yes", kExitOk, "Writing completed");
-        row("--strict --version10", "--verify --yes", kExitOk, "Writing completed");
-        row(fast + "--strict", "--verify", kExitOk, "Writing completed");
         row(fast + "--fault drop:5", "", kExitInterrupted,
             "Please Write again because of interruption!");
     }
